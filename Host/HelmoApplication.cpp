@@ -1,0 +1,209 @@
+#include "Host/HelmoApplication.h"
+
+#include <cstdio>
+
+#include "Host/Automation/AutomationServer.h"
+#include "Host/Display/HostImageLoader.h"
+#include "Host/Log.h"
+#include "Host/MusicFolders.h"
+#include "Host/Player/GStreamerEngine.h"
+#include "Host/ProcessTime.h"
+#include "Host/Resources.h"
+#include "Host/Settings/IcuLocaleServices.h"
+#include "Host/Settings/XdgPaths.h"
+#include "Utilities/ZRNShared.h"
+
+namespace helmo {
+
+using namespace zornic;
+
+namespace {
+
+constexpr int failure = 1;
+
+/** What the silent engine of virtual time asks of a song: that it is there. */
+std::string whyNotPlayable(const std::string& location) {
+    std::error_code error;
+    return std::filesystem::exists(location, error) ? "" : location + ": no such file";
+}
+
+}  // namespace
+
+HelmoApplication::HelmoApplication(CommandLine commandLine) : _commandLine(std::move(commandLine)) {
+    if (isVirtual())
+        _clock = std::make_unique<ManualClock>();
+    else
+        _clock = std::make_unique<SystemClock>();
+    _runLoop = std::make_unique<RunLoop>(*_clock);
+}
+
+HelmoApplication::~HelmoApplication() {
+    _scanner = nullptr;
+    _notice = nullptr;
+    _rootController = nullptr;
+    ZRNSetSharedAVPlayer(nullptr);
+    ZRNSetSharedDefaults(nullptr);
+    _player = nullptr;
+    MediaLibrary::setDefaultLibrary(nullptr);
+    if (_settings) _settings->finishWriting();
+    // Blocks on their way home still refer to what ends below.
+    BackgroundWork::waitUntilIdle(std::chrono::seconds(5));
+    while (_runLoop->nextDue() && *_runLoop->nextDue() <= _runLoop->now()) _runLoop->runDue();
+}
+
+void HelmoApplication::choosePaths() {
+    const XdgPaths paths;
+    if (_commandLine.data) {
+        _dataFolder = *_commandLine.data;
+        _settingsFile = _dataFolder / "settings.toml";
+    } else if (_commandLine.headless) {
+        _dataFolder = _temporaryFolder.emplace().path();
+        _settingsFile = _dataFolder / "settings.toml";
+    } else {
+        _dataFolder = paths.data();
+        _settingsFile = paths.config() / "settings.toml";
+    }
+    if (_commandLine.settings) _settingsFile = *_commandLine.settings;
+}
+
+void HelmoApplication::installServices() {
+    _settings = std::make_unique<Settings>(_settingsFile, logLine);
+    const std::string language = _settings->values().language;
+    LocaleServices::install(std::make_unique<IcuLocaleServices>(language));
+    auto languages = preferredLanguages();
+    if (!language.empty()) languages.insert(languages.begin(), language);
+    Bundle::setPreferredLanguages(languages);
+    ImageLoader::install(std::make_shared<HostImageLoader>());
+    _textEngine = std::make_shared<PangoTextEngine>();
+    TextEngine::install(_textEngine);
+}
+
+bool HelmoApplication::openLibrary() {
+    _library = SqliteMediaLibrary::open(_dataFolder / "library.sqlite");
+    if (!_library) return false;
+    MediaLibrary::setDefaultLibrary(_library);
+    _scanner = std::make_unique<Scanner>(_library, chosenMusicFolders(_commandLine, _settings->values()));
+    _scanner->start();
+    return true;
+}
+
+void HelmoApplication::makePlayer() {
+    std::shared_ptr<PlaybackEngine> engine;
+    if (isVirtual()) {
+        engine = make<ClockedPlaybackEngine>(whyNotPlayable);
+    } else {
+        const auto sink = _commandLine.headless ? Pipeline::Sink::Null : Pipeline::Sink::Audio;
+        engine = make<GStreamerEngine>(GStreamerEngine::Options{sink, logLine});
+    }
+    _player = make<AVController>(std::move(engine));
+    _player->setActiveShuffleType(_settings->values().shuffleType);
+    _player->setActiveRepeatType(_settings->values().repeatType);
+}
+
+void HelmoApplication::makeScreens() {
+    Screen::setCarScreen(_screen);
+    _defaults = make<HostDefaults>(*_settings);
+    ZRNSetSharedDefaults(_defaults);
+    _tabs = make<HostTabBarController>(*_settings);
+    _serviceProvider = make<HostServiceProvider>();
+    _rootController = make<ZRNRootController>(_screen, _tabs);
+    _rootController->setPlayer(_player);
+    _rootController->setServiceProvider(_serviceProvider);
+    _notice = make<PlaybackNotice>(_player.get(), _rootController->helmoWindow());
+    applyMode(_commandLine.mode.value_or(_settings->values().mode));
+}
+
+int HelmoApplication::run() {
+    const auto resources = findResources(_commandLine.resources);
+    if (!resources) {
+        logLine("helmo: texts and images were not found" +
+                (_commandLine.resources ? " in " + _commandLine.resources->string() : std::string()));
+        return failure;
+    }
+    registerResources(*resources);
+    choosePaths();
+    installServices();
+    if (!openLibrary()) return failure;
+    return _commandLine.headless ? runHeadless() : runWindow();
+}
+
+int HelmoApplication::runHeadless() {
+    const ScreenSize wanted = _commandLine.screen.value_or(_settings->values().screen);
+    const Size size{static_cast<double>(wanted.width), static_cast<double>(wanted.height)};
+    _surface = std::make_unique<DisplaySurface>(size, wanted.scale);
+    _screen = make<Screen>(size, wanted.scale);
+    makePlayer();
+    makeScreens();
+    return AutomationServer(*this, stdin, stdout).run();
+}
+
+int HelmoApplication::runWindow() {
+    const ScreenSize wanted = _commandLine.screen.value_or(_settings->values().screen);
+    SdlDisplay::Options options;
+    options.size = {static_cast<double>(wanted.width), static_cast<double>(wanted.height)};
+    options.scale = wanted.scale;
+    options.isFullscreen = _commandLine.fullscreen || _settings->values().fullscreen;
+    options.icon = Bundle::platformBundle()->pathForImage("HelmoAppIcon").value_or("");
+    _display = std::make_unique<SdlDisplay>(*_runLoop, options);
+    if (const std::string problem = _display->open(); !problem.empty()) {
+        logLine("helmo: " + problem);
+        return failure;
+    }
+    _screen = make<Screen>(_display->surface().size(), wanted.scale);
+    makePlayer();
+    makeScreens();
+    _display->onMediaKey = [this](MediaKey key) { handleMediaKey(key); };
+    _display->onQuit = [this] { _display->quit(); };
+    _display->onFirstFrame = [this] { didDrawFirstFrame(); };
+    _display->show(_rootController->helmoWindow());
+    _display->run();
+    _display->show(nullptr);
+    return 0;
+}
+
+void HelmoApplication::didDrawFirstFrame() {
+    _startMilliseconds = millisecondsSinceProcessStart();
+    globalQueue(QueuePriority::Background).async([] { GStreamerEngine::prepare(); });
+    _runLoop->async([this] { _textEngine->prepareFallbacks(); });
+}
+
+void HelmoApplication::handleMediaKey(MediaKey key) {
+    constexpr std::int64_t driversButton = 2;
+    switch (key) {
+        case MediaKey::PlayPause: return _player->togglePlayback(driversButton);
+        case MediaKey::Next: return _player->changePlaybackIndexBy(1);
+        case MediaKey::Previous: return _player->changePlaybackIndexBy(-1);
+        case MediaKey::Stop: return _player->pause();
+    }
+}
+
+void HelmoApplication::applyMode(InteractionMode mode) {
+    _screen->setIntegerCapability(ScreenCapability::InteractionModels, mode == InteractionMode::Knob
+                                                                           ? InteractionModel::Knob
+                                                                           : InteractionModel::Touch);
+    _screen->setIntegerCapability(ScreenCapability::TouchLevels, mode == InteractionMode::LowTouch ? 1 : 0);
+    _rootController->helmoWindow()->screenDidChange();
+}
+
+void HelmoApplication::drawFrame() {
+    auto& window = *_rootController->helmoWindow();
+    if (!window.needsFrame()) return;
+    surface().render(window);
+    if (_startMilliseconds == 0) _startMilliseconds = millisecondsSinceProcessStart();
+}
+
+std::string HelmoApplication::writeScreenshot(const std::string& file) {
+    drawFrame();
+    return surface().writePng(file);
+}
+
+DisplayStatistics HelmoApplication::takeStatistics() {
+    const auto summary = surface().statistics().take();
+    const auto milliseconds = [](Duration duration) {
+        return std::chrono::duration<double, std::milli>(duration).count();
+    };
+    return {summary.count, milliseconds(summary.p50), milliseconds(summary.p99), milliseconds(summary.max),
+            _startMilliseconds};
+}
+
+}  // namespace helmo

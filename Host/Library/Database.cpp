@@ -1,0 +1,158 @@
+#include "Host/Library/Database.h"
+
+#include <sqlite3.h>
+#include <unicode/unistr.h>
+
+namespace helmo {
+
+namespace {
+
+constexpr std::size_t maximumIdleStatements = 96;
+constexpr int busyMilliseconds = 5000;
+
+icu::UnicodeString folded(sqlite3_value* value) {
+    const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
+    if (!text) return {};
+    return icu::UnicodeString::fromUTF8(icu::StringPiece(text, sqlite3_value_bytes(value))).foldCase();
+}
+
+/** contains_text(text, part): whether `part` occurs in `text`, whatever the case, in any script. */
+void containsText(sqlite3_context* context, int, sqlite3_value** arguments) {
+    sqlite3_result_int(context, folded(arguments[0]).indexOf(folded(arguments[1])) >= 0);
+}
+
+int primaryCode(int code) { return code & 0xff; }
+
+}  // namespace
+
+const int DatabaseError::damageCode = SQLITE_CORRUPT;
+
+bool DatabaseError::isDamage() const {
+    return primaryCode(_code) == SQLITE_CORRUPT || primaryCode(_code) == SQLITE_NOTADB;
+}
+
+Statement::~Statement() {
+    if (!_handle) return;
+    reset();
+    _database.giveBack(_sql, _handle);
+}
+
+Statement& Statement::bind(const SqlValue& value) {
+    const int at = _next++;
+    int code = SQLITE_OK;
+    if (const auto* integer = std::get_if<std::int64_t>(&value)) {
+        code = sqlite3_bind_int64(_handle, at, *integer);
+    } else if (const auto* number = std::get_if<double>(&value)) {
+        code = sqlite3_bind_double(_handle, at, *number);
+    } else if (const auto* text = std::get_if<std::string>(&value)) {
+        code = sqlite3_bind_text64(_handle, at, text->data(), text->size(), SQLITE_TRANSIENT, SQLITE_UTF8);
+    } else if (const auto* blob = std::get_if<Blob>(&value)) {
+        code = sqlite3_bind_blob64(_handle, at, blob->bytes.data(), blob->bytes.size(), SQLITE_TRANSIENT);
+    } else {
+        code = sqlite3_bind_null(_handle, at);
+    }
+    if (code != SQLITE_OK) _database.fail(code);
+    return *this;
+}
+
+bool Statement::step() {
+    const int code = sqlite3_step(_handle);
+    if (code == SQLITE_ROW) return true;
+    if (code != SQLITE_DONE) _database.fail(code);
+    return false;
+}
+
+void Statement::run() {
+    while (step()) continue;
+}
+
+void Statement::reset() {
+    sqlite3_reset(_handle);
+    sqlite3_clear_bindings(_handle);
+    _next = 1;
+}
+
+bool Statement::isNull(int column) const { return sqlite3_column_type(_handle, column) == SQLITE_NULL; }
+std::int64_t Statement::integer(int column) const { return sqlite3_column_int64(_handle, column); }
+double Statement::number(int column) const { return sqlite3_column_double(_handle, column); }
+
+std::string Statement::text(int column) const {
+    const auto* bytes = static_cast<const char*>(sqlite3_column_blob(_handle, column));
+    return bytes ? std::string(bytes, static_cast<std::size_t>(sqlite3_column_bytes(_handle, column)))
+                 : std::string();
+}
+
+Database::Database(const std::filesystem::path& file, Access access) {
+    const int flags =
+        access == Access::ReadOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE;
+    const int code = sqlite3_open_v2(file.c_str(), &_handle, flags | SQLITE_OPEN_NOMUTEX, nullptr);
+    try {
+        if (code != SQLITE_OK) fail(code);
+        sqlite3_extended_result_codes(_handle, 1);
+        sqlite3_busy_timeout(_handle, busyMilliseconds);
+        sqlite3_create_function_v2(_handle, "contains_text", 2, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr,
+                                   containsText, nullptr, nullptr, nullptr);
+        execute("PRAGMA foreign_keys = ON");
+        if (access == Access::ReadWrite) execute("PRAGMA journal_mode = WAL; PRAGMA synchronous = NORMAL");
+    } catch (...) {
+        sqlite3_close(_handle);
+        throw;
+    }
+}
+
+Database::~Database() {
+    for (const auto& [sql, handle] : _idle) sqlite3_finalize(handle);
+    sqlite3_close(_handle);
+}
+
+Statement Database::prepared(const std::string& sql) {
+    if (auto cached = _idle.extract(sql)) return Statement(*this, sql, cached.mapped());
+    sqlite3_stmt* handle = nullptr;
+    const int code = sqlite3_prepare_v3(_handle, sql.data(), static_cast<int>(sql.size()),
+                                        SQLITE_PREPARE_PERSISTENT, &handle, nullptr);
+    if (code != SQLITE_OK) fail(code);
+    return Statement(*this, sql, handle);
+}
+
+Statement Database::prepare(const SqlQuery& query) {
+    Statement statement = prepared(query.text);
+    for (const SqlValue& value : query.values) statement.bind(value);
+    return statement;
+}
+
+void Database::execute(const std::string& sql) {
+    const int code = sqlite3_exec(_handle, sql.c_str(), nullptr, nullptr, nullptr);
+    if (code != SQLITE_OK) fail(code);
+}
+
+std::int64_t Database::integer(const SqlQuery& query) {
+    Statement statement = prepare(query);
+    return statement.step() ? statement.integer(0) : 0;
+}
+
+std::int64_t Database::lastInsertedRow() const { return sqlite3_last_insert_rowid(_handle); }
+std::int64_t Database::changes() const { return sqlite3_changes64(_handle); }
+
+void Database::giveBack(const std::string& sql, sqlite3_stmt* handle) {
+    if (_idle.size() >= maximumIdleStatements || !_idle.emplace(sql, handle).second) sqlite3_finalize(handle);
+}
+
+void Database::fail(int code) const {
+    throw DatabaseError(code, _handle ? sqlite3_errmsg(_handle) : sqlite3_errstr(code));
+}
+
+Transaction::~Transaction() {
+    if (!_open) return;
+    try {
+        _database.execute("ROLLBACK");
+    } catch (const DatabaseError&) {
+        // SQLite has already rolled back by itself.
+    }
+}
+
+void Transaction::commit() {
+    _database.execute("COMMIT");
+    _open = false;
+}
+
+}  // namespace helmo

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+
+namespace TagLib {
+class File;
+}
+
+namespace helmo {
+
+/** Largest picture that is taken from a file, in bytes. */
+inline constexpr std::size_t maximumPictureBytes = 16 * 1024 * 1024;
+
+struct EmbeddedPicture {
+    std::string bytes;
+    /** A picture is there, but too large to take. */
+    bool isTooLarge = false;
+};
+
+/** The picture inside a file, whatever its kind: the front cover, else the first. */
+EmbeddedPicture embeddedPicture(TagLib::File& file);
+
+}  // namespace helmo

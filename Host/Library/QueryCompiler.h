@@ -1,0 +1,60 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "Host/Library/Database.h"
+#include "Host/Library/QueryFilter.h"
+#include "Host/Library/Schema.h"
+#include "Platform/Media/MediaQuery.h"
+
+namespace helmo {
+
+/** Turns what a query asks for into SQL. Lists are read as row numbers in order, each with its section (two
+   bytes; NULL in an order that has no sections). Immutable; any thread. */
+class QueryCompiler {
+public:
+    explicit QueryCompiler(zornic::MediaQueryDescription description);
+    const zornic::MediaQueryDescription& description() const { return _description; }
+
+    /** Row numbers and sections of all items. */
+    SqlQuery items() const;
+    /** The order in which all tracks, filtered by media type at most, are counted by section; none for other
+       lists, which have to be read to be counted. */
+    std::optional<Schema::CountedOrder> countedOrder() const;
+    /** Sections of such a list and how many tracks each has. */
+    SqlQuery countedSections() const;
+    /** The first `limit` row numbers of such a list from the start of `section`. */
+    SqlQuery itemsFrom(const std::string& section, std::uint64_t limit) const;
+    /** `function` ("MAX", "SUM") of a number over all items. */
+    SqlQuery aggregate(const std::string& function, const std::string& column) const;
+
+    /** Row numbers and sections of all collections: rows of collections, of playlists when grouped by
+       playlist, of tracks when each item is its own collection. */
+    SqlQuery collections() const;
+    /** For `count` collections whose row numbers are to be bound behind the values: row number, ID, name,
+       album artist's name and ID, number of items, representative item's ID, and where wanted the numbers of
+       albums and artists. */
+    SqlQuery collectionValues(std::size_t count, bool withAlbums, bool withArtists) const;
+    SqlQuery numberOfAlbums(std::int64_t collection) const { return countWithin("album_id", collection); }
+    SqlQuery numberOfArtists(std::int64_t collection) const { return countWithin("artist_id", collection); }
+    /** What the items of one collection are asked by. */
+    zornic::MediaQueryDescription itemsOf(zornic::PersistentID collection) const;
+
+    /** The kind of collection that the grouping gathers; 0 when each item is one, or playlists. */
+    std::int64_t collectionKind() const;
+    bool isOfPlaylists() const { return _description.grouping == zornic::MediaGrouping::Playlist; }
+    bool isOfItems() const { return !isOfPlaylists() && collectionKind() == 0; }
+
+private:
+    SqlQuery countWithin(const std::string& column, std::int64_t collection) const;
+    std::vector<std::string> collectionOrdering() const;
+
+    const zornic::MediaQueryDescription _description;
+    const QueryFilter _filter;
+    /** Columns by which items are ordered, most significant first. */
+    const std::vector<std::string> _keys;
+};
+
+}  // namespace helmo

@@ -1,0 +1,146 @@
+#include "Host/Library/Schema.h"
+
+#include <array>
+
+namespace helmo::Schema {
+
+namespace {
+
+constexpr const char* tables = R"sql(
+CREATE TABLE meta (key TEXT PRIMARY KEY, value TEXT NOT NULL) WITHOUT ROWID;
+CREATE TABLE folder (
+    id INTEGER PRIMARY KEY, path TEXT NOT NULL UNIQUE,
+    picture TEXT NOT NULL DEFAULT '', picture_stamp INTEGER NOT NULL DEFAULT 0);
+-- Artists, albums and the like; kind is the grouping that gathers them. owner is an album's album artist.
+CREATE TABLE collection (
+    id INTEGER PRIMARY KEY, pid INTEGER NOT NULL UNIQUE, kind INTEGER NOT NULL,
+    name TEXT NOT NULL, sort_name TEXT NOT NULL DEFAULT '', folded TEXT NOT NULL,
+    owner_id INTEGER NOT NULL DEFAULT 0,
+    sort_key BLOB NOT NULL, owner_key BLOB NOT NULL DEFAULT x'',
+    UNIQUE (kind, folded, owner_id));
+CREATE INDEX collection_by_name ON collection (kind, sort_key, owner_key, id);
+CREATE INDEX collection_by_owner ON collection (kind, owner_key, sort_key, id);
+CREATE TABLE track (
+    id INTEGER PRIMARY KEY, pid INTEGER NOT NULL UNIQUE,
+    folder_id INTEGER NOT NULL REFERENCES folder (id), file_name TEXT NOT NULL,
+    size INTEGER NOT NULL, mtime INTEGER NOT NULL, present INTEGER NOT NULL DEFAULT 1,
+    title TEXT NOT NULL, sort_title TEXT NOT NULL,
+    artist_id INTEGER NOT NULL REFERENCES collection (id), album_id INTEGER NOT NULL REFERENCES collection (id),
+    album_artist_id INTEGER NOT NULL REFERENCES collection (id), genre_id INTEGER NOT NULL REFERENCES collection (id),
+    composer_id INTEGER REFERENCES collection (id), podcast_id INTEGER REFERENCES collection (id),
+    title_key BLOB NOT NULL, artist_key BLOB NOT NULL, album_artist_key BLOB NOT NULL, album_key BLOB NOT NULL,
+    media_type INTEGER NOT NULL, is_explicit INTEGER NOT NULL, is_compilation INTEGER NOT NULL,
+    track_number INTEGER NOT NULL, track_count INTEGER NOT NULL, disc_number INTEGER NOT NULL,
+    duration REAL NOT NULL, release_date INTEGER, year INTEGER NOT NULL, picture INTEGER NOT NULL,
+    date_added INTEGER NOT NULL, last_played INTEGER, play_count INTEGER NOT NULL DEFAULT 0, bookmark REAL,
+    UNIQUE (folder_id, file_name));
+-- A condition's column stands in its index as well, or every row would be looked up for it.
+CREATE INDEX track_by_title ON track (title_key, id, media_type, present) WHERE present = 1;
+CREATE INDEX track_by_artist
+    ON track (artist_key, album_key, album_id, disc_number, track_number, id, media_type, present) WHERE present = 1;
+CREATE INDEX track_by_album_artist
+    ON track (album_artist_key, album_key, album_id, disc_number, track_number, id, media_type, present) WHERE present = 1;
+CREATE INDEX track_by_album
+    ON track (album_key, album_id, disc_number, track_number, id, media_type, present) WHERE present = 1;
+CREATE INDEX track_of_album
+    ON track (album_id, disc_number, track_number, id, media_type, artist_id, present) WHERE present = 1;
+CREATE INDEX track_of_artist
+    ON track (artist_id, album_id, disc_number, track_number, id, media_type, present) WHERE present = 1;
+CREATE INDEX track_of_album_artist
+    ON track (album_artist_id, album_id, disc_number, track_number, id, media_type, present) WHERE present = 1;
+CREATE INDEX track_of_genre ON track (genre_id, artist_id, album_id, id, media_type, present) WHERE present = 1;
+CREATE INDEX track_of_composer ON track (composer_id, album_id, id, media_type, present)
+    WHERE present = 1 AND composer_id IS NOT NULL;
+CREATE INDEX track_of_podcast
+    ON track (podcast_id, id, media_type, present) WHERE present = 1 AND podcast_id IS NOT NULL;
+CREATE INDEX track_of_compilation ON track (album_id, disc_number, track_number, id, media_type, present)
+    WHERE present = 1 AND is_compilation = 1;
+CREATE INDEX track_with_picture ON track (picture) WHERE present = 1 AND picture <> 0;
+CREATE INDEX track_by_file ON track (file_name, size, mtime);
+CREATE TABLE playlist (
+    id INTEGER PRIMARY KEY, pid INTEGER NOT NULL UNIQUE, name TEXT NOT NULL, sort_key BLOB NOT NULL,
+    parent_id INTEGER REFERENCES playlist (id) ON DELETE CASCADE,
+    is_folder INTEGER NOT NULL DEFAULT 0, is_hidden INTEGER NOT NULL DEFAULT 0, is_brivo_mix INTEGER NOT NULL DEFAULT 0,
+    is_active_brivo INTEGER NOT NULL DEFAULT 0, is_deletable INTEGER NOT NULL DEFAULT 1,
+    path TEXT UNIQUE, size INTEGER NOT NULL DEFAULT 0, mtime INTEGER NOT NULL DEFAULT 0,
+    present INTEGER NOT NULL DEFAULT 1);
+CREATE INDEX playlist_of_parent ON playlist (parent_id);
+CREATE TABLE playlist_item (
+    playlist_id INTEGER NOT NULL REFERENCES playlist (id) ON DELETE CASCADE, position INTEGER NOT NULL,
+    track_id INTEGER NOT NULL REFERENCES track (id) ON DELETE CASCADE,
+    PRIMARY KEY (playlist_id, position)) WITHOUT ROWID;
+CREATE INDEX playlist_of_track ON playlist_item (track_id);
+CREATE TABLE section_title (section BLOB PRIMARY KEY, script INTEGER NOT NULL, title TEXT NOT NULL) WITHOUT ROWID;
+CREATE TABLE section_count (
+    ordering INTEGER NOT NULL, media_type INTEGER NOT NULL, section BLOB NOT NULL, tracks INTEGER NOT NULL,
+    PRIMARY KEY (ordering, section, media_type)) WITHOUT ROWID;
+CREATE TABLE collection_count (
+    collection_id INTEGER NOT NULL, media_type INTEGER NOT NULL, tracks INTEGER NOT NULL,
+    PRIMARY KEY (collection_id, media_type)) WITHOUT ROWID;
+)sql";
+
+constexpr std::array countedKeys{"title_key", "artist_key", "album_artist_key", "album_key"};
+constexpr std::array countedCollections{"artist_id", "album_id",    "album_artist_id",
+                                        "genre_id",  "composer_id", "podcast_id"};
+
+/** Adds the row NEW to every count. */
+std::string countingIn() {
+    std::string sql;
+    for (std::size_t order = 0; order < countedKeys.size(); ++order)
+        sql += "INSERT INTO section_count VALUES (" + std::to_string(order) +
+               ", NEW.media_type, substr(NEW." + countedKeys[order] +
+               ", 1, 2), 1) ON CONFLICT DO UPDATE SET tracks = tracks + 1;";
+    for (const char* column : countedCollections)
+        sql += std::string("INSERT INTO collection_count SELECT NEW.") + column +
+               ", NEW.media_type, 1 WHERE NEW." + column +
+               " IS NOT NULL ON CONFLICT DO UPDATE SET tracks = tracks + 1;";
+    return sql;
+}
+
+/** Takes the row OLD out of every count. */
+std::string countingOut() {
+    std::string sql;
+    for (std::size_t order = 0; order < countedKeys.size(); ++order)
+        sql += "UPDATE section_count SET tracks = tracks - 1 WHERE ordering = " + std::to_string(order) +
+               " AND media_type = OLD.media_type AND section = substr(OLD." + countedKeys[order] + ", 1, 2);";
+    for (const char* column : countedCollections)
+        sql += std::string("UPDATE collection_count SET tracks = tracks - 1 WHERE collection_id = OLD.") +
+               column + " AND media_type = OLD.media_type;";
+    return sql;
+}
+
+std::string triggers() {
+    std::string watched = "present, media_type";
+    for (const char* column : countedKeys) watched += std::string(", ") + column;
+    for (const char* column : countedCollections) watched += std::string(", ") + column;
+    const auto trigger = [](const std::string& name, const std::string& event, const char* row,
+                            const std::string& body) {
+        return "CREATE TRIGGER " + name + " AFTER " + event + " ON track WHEN " + row +
+               ".present = 1 BEGIN " + body + " END;";
+    };
+    return trigger("track_added", "INSERT", "NEW", countingIn()) +
+           trigger("track_removed", "DELETE", "OLD", countingOut()) +
+           trigger("track_changed_from", "UPDATE OF " + watched, "OLD", countingOut()) +
+           trigger("track_changed_to", "UPDATE OF " + watched, "NEW", countingIn());
+}
+
+void makeFirstTables(Database& database) { database.execute(tables + triggers()); }
+
+/** Step n brings version n to n + 1; new steps go to the end, old ones are never changed. */
+constexpr std::array migrations{makeFirstTables};
+
+}  // namespace
+
+void prepare(Database& database) {
+    Transaction transaction(database);
+    const auto version = database.integer({"PRAGMA user_version", {}});
+    const auto current = static_cast<std::int64_t>(migrations.size());
+    if (version < 0 || version > current)
+        throw DatabaseError(DatabaseError::damageCode,
+                            "made by another version (" + std::to_string(version) + ")");
+    for (auto step = version; step < current; ++step) migrations[static_cast<std::size_t>(step)](database);
+    if (version != current) database.execute("PRAGMA user_version = " + std::to_string(current));
+    transaction.commit();
+}
+
+}  // namespace helmo::Schema

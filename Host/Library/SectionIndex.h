@@ -1,0 +1,33 @@
+#pragma once
+
+#include <vector>
+
+#include "Host/Library/Readers.h"
+#include "Host/Library/RowList.h"
+#include "Platform/Media/MediaQueryResult.h"
+
+namespace helmo {
+
+/** Titles of sections, as stored with the keys that they belong to. */
+class SectionIndex {
+public:
+    static SectionIndex read(Readers& readers);
+
+    /** The sections of a list with their titles. */
+    std::vector<zornic::MediaQuerySection> sections(const std::vector<RowList::Section>& sections) const;
+    /** The index bar of a list: the Latin letters, those of every other script that occurs in it, and '#'. A
+       letter without a section leads to the next one that has one, or to the last. */
+    zornic::MediaQuerySectionInfo info(const std::vector<RowList::Section>& sections) const;
+
+private:
+    struct Title {
+        std::string key;
+        std::int64_t script;
+        std::string text;
+    };
+    const Title* titleOf(const std::string& key) const;
+    /** In order of their keys. */
+    std::vector<Title> _titles;
+};
+
+}  // namespace helmo

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "Host/Library/PagedEntityList.h"
+#include "Platform/Media/MediaLibrary.h"
+
+namespace helmo {
+
+/** Collections, or playlists, by index. */
+class SqliteCollectionList final : public PagedEntityList {
+public:
+    SqliteCollectionList(std::weak_ptr<zornic::MediaLibrary> library, std::shared_ptr<Readers> readers,
+                         std::shared_ptr<const RowList> rows, std::shared_ptr<const QueryCompiler> compiler)
+        : PagedEntityList(std::move(rows)),
+          _library(std::move(library)),
+          _readers(std::move(readers)),
+          _compiler(std::move(compiler)) {}
+    std::uint64_t indexOfEntity(const zornic::MediaEntity& entity) const override;
+
+protected:
+    Entities entitiesOfRows(const std::vector<std::uint32_t>& rows) const override;
+
+private:
+    using EntitiesByRow = std::unordered_map<std::int64_t, std::shared_ptr<zornic::MediaEntity>>;
+    EntitiesByRow collections(Database& database, const std::vector<std::uint32_t>& rows) const;
+    EntitiesByRow playlists(Database& database, const std::vector<std::uint32_t>& rows) const;
+    EntitiesByRow singleItems(Database& database, const std::vector<std::uint32_t>& rows) const;
+    zornic::Dictionary collectionValues(const Statement& row) const;
+
+    const std::weak_ptr<zornic::MediaLibrary> _library;
+    const std::shared_ptr<Readers> _readers;
+    const std::shared_ptr<const QueryCompiler> _compiler;
+};
+
+}  // namespace helmo

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+
+#include "Platform/Foundation/Value.h"
+#include "Platform/Media/MediaProperty.h"
+
+namespace helmo {
+
+/** What a music file says about itself. Texts are valid UTF-8 without control characters and of bounded
+   length; empty or 0 where the file says nothing. */
+struct TrackTags {
+    std::string title, sortTitle;
+    std::string artist, sortArtist;
+    std::string albumTitle, sortAlbumTitle;
+    std::string albumArtist, sortAlbumArtist;
+    std::string composer, sortComposer;
+    std::string genre;
+    std::int64_t mediaType = zornic::MediaType::Music;
+    bool isExplicit = false;
+    bool isCompilation = false;
+    int trackNumber = 0, trackCount = 0;
+    int discNumber = 0, discCount = 0;
+    /** Seconds. */
+    double duration = 0;
+    std::optional<zornic::Date> releaseDate;
+    int year = 0;
+    /** Names the embedded picture by its bytes, so that equal covers are equal; 0 without one. */
+    std::int64_t picture = 0;
+};
+
+/** What came of reading one file. */
+struct TagReading {
+    TrackTags tags;
+    /** Why the file could not be read, or not wholly; empty when all went well. */
+    std::string problem;
+};
+
+/** Reads one music file. Never throws, whatever the file holds. Any thread. */
+class TagReader {
+public:
+    virtual ~TagReader() = default;
+    virtual TagReading read(const std::filesystem::path& file) = 0;
+    /** Bytes of the picture embedded in `file`, the front cover first; empty without one or when it is too
+     * large. */
+    virtual std::string picture(const std::filesystem::path& file) = 0;
+};
+
+}  // namespace helmo

@@ -1,0 +1,58 @@
+#include "Host/PlaybackNotice.h"
+
+#include "Host/Log.h"
+#include "Platform/Foundation/Bundle.h"
+#include "Platform/Foundation/RunLoop.h"
+#include "Platform/Foundation/StringFormat.h"
+#include "Platform/Media/AVController.h"
+
+namespace helmo {
+
+using namespace zornic;
+
+namespace {
+
+std::string platformText(const char* key) {
+    const auto bundle = Bundle::platformBundle();
+    return bundle ? bundle->localizedString(key, "", "Platform") : std::string();
+}
+
+}  // namespace
+
+PlaybackNotice::PlaybackNotice(const Object* player, std::weak_ptr<Window> window)
+    : _player(player), _window(std::move(window)) {}
+
+void PlaybackNotice::didMake() {
+    Object::didMake();
+    _observation = NotificationCenter::defaultCenter().observe(AVControllerItemFailedNotification, _player,
+                                                               [this](const Notification& failure) { show(failure); });
+}
+
+void PlaybackNotice::show(const Notification& failure) {
+    logLine("not played: " + valueForKey(failure.userInfo, "reason").asText());
+    const auto window = _window.lock();
+    const auto top = window ? window->topPresentedViewController() : nullptr;
+    // One message at a time: several broken songs in a row are not several alerts.
+    if (_alert || !top) return;
+    const auto item = std::dynamic_pointer_cast<AVItem>(valueForKey(failure.userInfo, "item").asObject());
+    const std::string title = item ? item->mainTitle() : std::string();
+    _alert = make<AlertController>(platformText("PLAYBACK_FAILED_TITLE"),
+                                   formatted(platformText("PLAYBACK_FAILED_MESSAGE"), {title}),
+                                   AlertControllerStyle::Alert);
+    _alert->addAction(make<AlertAction>(platformText("OK"), AlertActionStyle::Cancel, [weakSelf = weak(this)] {
+        if (const auto self = weakSelf.lock()) {
+            self->_alert = nullptr;
+            self->_timeout.reset();
+        }
+    }));
+    top->presentViewController(_alert, true);
+    _timeout = RunLoop::main().after(toDuration(duration), [this] { hide(); });
+}
+
+void PlaybackNotice::hide() {
+    const auto alert = std::exchange(_alert, nullptr);
+    if (!alert) return;
+    if (const auto presenter = alert->presentingViewController()) presenter->dismissViewController(true);
+}
+
+}  // namespace helmo

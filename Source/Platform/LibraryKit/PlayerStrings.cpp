@@ -1,0 +1,40 @@
+#include "Platform/LibraryKit/PlayerStrings.h"
+
+#include <cstdlib>
+
+#include "Platform/Foundation/Bundle.h"
+#include "Platform/Foundation/StringFormat.h"
+#include "Platform/Media/MediaProperty.h"
+
+namespace zornic {
+namespace {
+
+std::string platformText(const std::string& key) {
+    const auto bundle = Bundle::platformBundle();
+    return bundle ? bundle->localizedString(key, "", "Platform") : std::string();
+}
+
+}  // namespace
+
+std::string shuffleTypeString(std::int64_t type, int style) {
+    return platformText("SHUFFLE_TYPE_" + std::to_string(type) + "_STYLE_" + std::to_string(style));
+}
+
+std::string repeatTypeString(std::int64_t type, std::int64_t mediaType, int contextKind, int style) {
+    static constexpr const char* contexts[] = {"", "_ALBUM", "_ARTIST", "_PLAYLIST"};
+    constexpr std::int64_t songs = MediaType::Music | MediaType::MusicVideo;
+    std::string variant;
+    if (type == 1 && (mediaType & songs) == 0) variant = "_OTHER";
+    if (type == 2 && contextKind >= 1 && contextKind <= 3) variant = contexts[contextKind];
+    return platformText("REPEAT_TYPE_" + std::to_string(type) + variant + "_STYLE_" + std::to_string(style));
+}
+
+std::string progressString(std::int64_t seconds, bool asRemaining) {
+    const std::string kind = asRemaining || seconds < 0 ? "PROGRESS_REMAINING" : "PROGRESS_ELAPSED";
+    const std::int64_t whole = std::abs(seconds);
+    const std::int64_t hours = whole / 3600, minutes = whole / 60 % 60, rest = whole % 60;
+    if (hours == 0) return formatted(platformText(kind + "_FORMAT"), {minutes, rest});
+    return formatted(platformText(kind + "_HOURS_FORMAT"), {hours, minutes, rest});
+}
+
+}  // namespace zornic

@@ -1,0 +1,156 @@
+#include "Platform/Media/ArtworkStore.h"
+
+#include <algorithm>
+#include <cassert>
+#include <tuple>
+#include <utility>
+
+#include "Platform/Foundation/DispatchQueue.h"
+#include "Platform/Foundation/RunLoop.h"
+#include "Platform/Media/MediaLibrary.h"
+
+namespace zornic {
+
+namespace {
+
+/** What an entry costs beside its pixels, so that a million missing pictures don't cost nothing. */
+constexpr std::size_t entryCost = 4096;
+
+template <class T>
+bool isSet(const std::weak_ptr<T>& pointer) {
+    const std::weak_ptr<T> none;
+    return pointer.owner_before(none) || none.owner_before(pointer);
+}
+
+template <class T>
+int order(const std::weak_ptr<T>& left, const std::weak_ptr<T>& right) {
+    return left.owner_before(right) ? -1 : right.owner_before(left) ? 1 : 0;
+}
+
+}  // namespace
+
+bool ArtworkKey::operator<(const ArtworkKey& other) const {
+    if (const int byLibrary = order(library, other.library)) return byLibrary < 0;
+    if (const int byContext = order(context, other.context)) return byContext < 0;
+    return std::tie(token, identifier, size.width, size.height, scale) <
+           std::tie(other.token, other.identifier, other.size.width, other.size.height, other.scale);
+}
+
+bool ArtworkKey::isOver() const { return library.expired() || (isSet(context) && context.expired()); }
+
+ArtworkStore& ArtworkStore::shared() {
+    assert(!RunLoop::hasMain() || RunLoop::isMainThread());
+    static auto& store = *new ArtworkStore;
+    return store;
+}
+
+std::optional<Image> ArtworkStore::known(const ArtworkKey& key) {
+    const auto found = _index.find(key);
+    if (found == _index.end()) return std::nullopt;
+    const auto entry = found->second;
+    const auto library = key.library.lock();
+    if (!entry->image && library && library->generation() != entry->generation) {
+        remove(entry);
+        return std::nullopt;
+    }
+    _entries.splice(_entries.begin(), _entries, entry);
+    return entry->image;
+}
+
+Image ArtworkStore::atAnyScale(const ArtworkKey& key) const {
+    for (const auto& entry : _entries)
+        if (entry.image && entry.key.token == key.token && entry.key.size == key.size &&
+            order(entry.key.library, key.library) == 0)
+            return entry.image;
+    return {};
+}
+
+void ArtworkStore::load(const ArtworkKey& key, Waiter waiter) {
+    auto& load = _loads[key];
+    const bool isUnderWay = !load.ticket.expired() || std::ranges::any_of(_queue, [&](const auto& queued) {
+        return !(queued < key) && !(key < queued);
+    });
+    load.waiters.push_back(std::move(waiter));
+    if (!isUnderWay) _queue.push_back(key);
+    startLoads();
+}
+
+void ArtworkStore::evictAll() {
+    _index.clear();
+    _cost = 0;
+    std::exchange(_entries, {}).clear();
+}
+
+void ArtworkStore::startLoads() {
+    while (!_queue.empty() && startNext()) {
+    }
+}
+
+/** Whether there was room for one more. */
+bool ArtworkStore::startNext() {
+    const auto running =
+        std::ranges::count_if(_loads, [](const auto& entry) { return !entry.second.ticket.expired(); });
+    if (static_cast<std::size_t>(running) >= loadsAtOnce) return false;
+    const auto key = _queue.front();
+    _queue.pop_front();
+    const auto load = _loads.find(key);
+    if (load == _loads.end()) return true;
+    // Nothing is decoded for rows that a fast scroll has already carried away.
+    auto& waiters = load->second.waiters;
+    std::erase_if(waiters, [](const auto& waiter) { return !waiter.isWaiting(); });
+    if (waiters.empty())
+        _loads.erase(load);
+    else
+        load->second.ticket = begin(key);
+    return true;
+}
+
+std::shared_ptr<ArtworkStore::Ticket> ArtworkStore::begin(const ArtworkKey& key) {
+    const auto ticket = std::make_shared<Ticket>();
+    globalQueue(QueuePriority::Default).async([key, ticket, library = key.library.lock()]() mutable {
+        const auto generation = library ? library->generation() : 0;
+        auto source = library ? library->loadArtwork(key.token, key.size, key.scale) : nullptr;
+        // The library goes back with the answer: if this is its last owner, it ends on the main thread.
+        mainQueue().async([key, ticket = std::move(ticket), library = std::move(library), generation,
+                           source = std::move(source)]() mutable {
+            ticket.reset();
+            shared().finish(key, generation, std::move(source));
+        });
+    });
+    return ticket;
+}
+
+void ArtworkStore::finish(const ArtworkKey& key, std::uint64_t generation,
+                          std::shared_ptr<const ImageSource> source) {
+    const auto image = source ? Image(std::move(source)) : Image();
+    keep(key, image, generation);
+    if (auto load = _loads.extract(key))
+        for (const auto& waiter : load.mapped().waiters) waiter.deliver(image);
+    startLoads();
+}
+
+void ArtworkStore::keep(const ArtworkKey& key, const Image& image, std::uint64_t generation) {
+    dropWhatIsOver();
+    if (key.isOver()) return;
+    if (const auto found = _index.find(key); found != _index.end()) remove(found->second);
+    const auto cost = entryCost + (image ? image.source()->cost() : 0);
+    _entries.push_front({key, image, cost, generation});
+    _index.emplace(key, _entries.begin());
+    _cost += cost;
+    while (_cost > byteLimit) remove(std::prev(_entries.end()));
+}
+
+void ArtworkStore::remove(Entries::iterator entry) {
+    _cost -= entry->cost;
+    _index.erase(entry->key);
+    _entries.erase(entry);
+}
+
+void ArtworkStore::dropWhatIsOver() {
+    for (auto entry = _entries.begin(); entry != _entries.end();) {
+        const auto here = entry++;
+        if (here->key.isOver()) remove(here);
+    }
+}
+
+}  // namespace zornic

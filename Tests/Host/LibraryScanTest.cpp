@@ -1,0 +1,385 @@
+#include <algorithm>
+#include <atomic>
+#include <attachedpictureframe.h>
+#include <flacfile.h>
+#include <id3v2tag.h>
+#include <map>
+#include <mp4file.h>
+#include <mpegfile.h>
+#include <thread>
+#include <tpropertymap.h>
+#include <wavfile.h>
+
+#include "Host/Library/FileNameTags.h"
+#include "Host/Library/Scanner.h"
+#include "Host/Library/TagLibReader.h"
+#include "Platform/Foundation/NotificationCenter.h"
+#include "Tests/Host/LibraryFixture.h"
+
+namespace helmo {
+namespace {
+
+namespace Item = zornic::MediaItemProperty;
+namespace Collection = zornic::MediaCollectionProperty;
+namespace fs = std::filesystem;
+using zornic::MediaGrouping;
+using Texts = std::vector<std::string>;
+using Properties = std::map<std::string, std::string>;
+
+/** Reads as usual and counts. */
+class CountingReader final : public TagReader {
+public:
+    TagReading read(const fs::path& file) override {
+        ++reads;
+        return _reader.read(file);
+    }
+    std::string picture(const fs::path& file) override { return _reader.picture(file); }
+    std::atomic<int> reads{0};
+
+private:
+    TagLibReader _reader;
+};
+
+/** Makes "pictures" that know their bytes. */
+class BytesLoader final : public zornic::ImageLoader {
+public:
+    struct Source final : zornic::ImageSource {
+        explicit Source(std::string data) : bytes(std::move(data)) {}
+        zornic::Size size() const override { return {}; }
+        double scale() const override { return 1; }
+        std::size_t cost() const override { return bytes.size(); }
+        const std::string bytes;
+    };
+    std::shared_ptr<const zornic::ImageSource> sourceFromFile(const fs::path&) override { return nullptr; }
+    std::shared_ptr<const zornic::ImageSource> sourceFromData(const std::string& data, zornic::Size,
+                                                              double) override {
+        return std::make_shared<Source>(data);
+    }
+    std::shared_ptr<const zornic::ImageSource> sourceByDrawing(
+        zornic::Size, bool, double, const std::function<void(zornic::Canvas&)>&) override {
+        return nullptr;
+    }
+};
+
+class LibraryScanTest : public LibraryFixture {
+protected:
+    fs::path write(const fs::path& name, const std::string& bytes) {
+        const fs::path file = music() / name;
+        fs::create_directories(file.parent_path());
+        std::ofstream(file, std::ios::binary) << bytes;
+        return file;
+    }
+    static std::string number(std::uint32_t value, int bytes, bool isBigEndian = false) {
+        std::string text;
+        for (int at = 0; at < bytes; ++at)
+            text += static_cast<char>(value >> 8 * (isBigEndian ? bytes - 1 - at : at) & 0xff);
+        return text;
+    }
+    /** A tenth of a second of silence. */
+    static std::string wave() {
+        const std::string format =
+            number(1, 2) + number(1, 2) + number(8000, 4) + number(8000, 4) + number(1, 2) + number(8, 2);
+        const std::string body =
+            "WAVEfmt " + number(16, 4) + format + "data" + number(800, 4) + std::string(800, '\x80');
+        return "RIFF" + number(static_cast<std::uint32_t>(body.size()), 4) + body;
+    }
+    static std::string flac() {
+        // Block sizes, no frame sizes, then 44,100 Hz, one channel, 16 bits, 44,100 samples.
+        return "fLaC" + number(0x80000022, 4, true) + number(4096, 2, true) + number(4096, 2, true) +
+               std::string(6, '\0') + number(0x0AC440F0, 4, true) + number(44100, 4, true) +
+               std::string(16, '\0');
+    }
+    static std::string mpeg() {
+        std::string frames;
+        for (int at = 0; at < 10; ++at) frames += number(0xFFFB9000, 4, true) + std::string(413, '\0');
+        return frames;
+    }
+    static std::string mp4() {
+        return number(16, 4, true) + "ftypM4A " + number(0, 4, true) + number(8, 4, true) + "moov";
+    }
+    static TagLib::PropertyMap map(const Properties& properties) {
+        TagLib::PropertyMap result;
+        for (const auto& [name, value] : properties)
+            result.insert(name, TagLib::StringList(TagLib::String(value, TagLib::String::UTF8)));
+        return result;
+    }
+    template <class File>
+    fs::path tagged(const fs::path& name, const std::string& bytes, const Properties& properties) {
+        const fs::path path = write(name, bytes);
+        File file(path.c_str());
+        file.setProperties(map(properties));
+        EXPECT_TRUE(file.save()) << path;
+        return path;
+    }
+    fs::path song(const fs::path& name, const Properties& properties) {
+        return tagged<TagLib::RIFF::WAV::File>(name, wave(), properties);
+    }
+    void scan() {
+        Scanner scanner(_library, {music()}, _reader);
+        scanner.start();
+        ASSERT_TRUE(zornic::BackgroundWork::waitUntilIdle(std::chrono::seconds(60)));
+    }
+    std::shared_ptr<zornic::MediaItem> named(const std::string& title) const {
+        return item(*query({}, {zornic::MediaPredicate::property(Item::Title, title)}), 0);
+    }
+
+    std::shared_ptr<CountingReader> _reader = std::make_shared<CountingReader>();
+};
+
+TEST_F(LibraryScanTest, ReadsTagsOfEveryKindOfFileAndTakesFilesWithoutAny) {
+    song("wave.wav", {{"TITLE", "Wave"},
+                      {"ARTIST", "Ann"},
+                      {"ALBUM", "Sun"},
+                      {"TRACKNUMBER", "3/12"},
+                      {"DISCNUMBER", "2/2"},
+                      {"DATE", "2004-05-17"},
+                      {"COMPOSER", "Bach"},
+                      {"GENRE", "Jazz"},
+                      {"COMPILATION", "1"}});
+    tagged<TagLib::FLAC::File>("flac.flac", flac(),
+                               {{"TITLE", "Flac"}, {"ARTIST", "The Bees"}, {"ARTISTSORT", "Aaa"}});
+    tagged<TagLib::MPEG::File>("mpeg.mp3", mpeg(),
+                               {{"TITLE", "Mp\n3\xc2\x85"}, {"GENRE", "Podcast"}, {"ALBUM", "Daily"}});
+    tagged<TagLib::MP4::File>("book.m4b", mp4(), {{"TITLE", "Book"}});
+    write("Some Album/CD 2/04 - Plain.mka", "no tags");
+    write("broken.mp3", "");
+    write("notes.txt", "no music");
+    write(".hidden/secret.mp3", mpeg());
+    scan();
+
+    EXPECT_EQ(titles(*query()), (Texts{"Book", "broken", "Flac", "Mp 3", "Plain", "Wave"}));
+    const auto wave = named("Wave");
+    EXPECT_EQ(wave->artist() + wave->albumTitle() + wave->composer() + wave->genre(), "AnnSunBachJazz");
+    EXPECT_EQ(wave->albumArtist(), "");  // a compilation
+    for (const auto& [property, value] : std::map<const char*, int>{{Item::AlbumTrackNumber, 3},
+                                                                    {Item::AlbumTrackCount, 12},
+                                                                    {Item::DiscNumber, 2},
+                                                                    {Item::Year, 2004},
+                                                                    {Item::IsCompilation, 1}})
+        EXPECT_EQ(wave->valueForProperty(property), zornic::Value(value)) << property;
+    EXPECT_NEAR(wave->playbackDuration(), 0.1, 0.01);
+    EXPECT_EQ(wave->valueForProperty(Item::Location).asText(), (music() / "wave.wav").string());
+    EXPECT_EQ(named("Flac")->valueForProperty(Item::SortArtist).asText(), "Aaa");
+    EXPECT_EQ(named("Flac")->playbackDuration(), 1);
+    EXPECT_EQ(named("Mp 3")->mediaType(), zornic::MediaType::Podcast);
+    EXPECT_EQ(named("Mp 3")->podcastTitle(), "Daily");
+    EXPECT_EQ(named("Book")->mediaType(), zornic::MediaType::Audiobook);
+    const auto plain = named("Plain");
+    EXPECT_EQ(plain->albumTitle(), "Some Album");
+    EXPECT_EQ(plain->valueForProperty(Item::AlbumTrackNumber), zornic::Value(4));
+    EXPECT_EQ(plain->valueForProperty(Item::DiscNumber), zornic::Value(2));
+    EXPECT_EQ(named("broken")->albumTitle(), "");  // the music folder is no album
+}
+
+TEST(LibraryFileNames, GiveUpATrackNumberOnlyWhenItIsOne) {
+    const auto parsed = [](const std::string& name) {
+        TrackTags tags;
+        completeFromFileName(tags, "/m/" + name + ".mp3", "/m");
+        return std::tuple(tags.discNumber, tags.trackNumber, tags.title);
+    };
+    EXPECT_EQ(parsed("03 - Blue"), std::tuple(0, 3, "Blue"));
+    EXPECT_EQ(parsed("07. Blue"), std::tuple(0, 7, "Blue"));
+    EXPECT_EQ(parsed("12 Blue"), std::tuple(0, 12, "Blue"));
+    EXPECT_EQ(parsed("2-05 Blue"), std::tuple(2, 5, "Blue"));
+    EXPECT_EQ(parsed("99 Luftballons"), std::tuple(0, 0, "99 Luftballons"));
+    EXPECT_EQ(parsed("7 Years"), std::tuple(0, 0, "7 Years"));
+    EXPECT_EQ(parsed("1999"), std::tuple(0, 0, "1999"));
+    EXPECT_EQ(parsed("05"), std::tuple(0, 0, "05"));
+    EXPECT_EQ(parsed("24K"), std::tuple(0, 0, "24K"));
+}
+
+TEST_F(LibraryScanTest, ReadsOnlyWhatChangedAndForgetsNothingThatVanishes) {
+    const auto one = song("a/one.wav", {{"TITLE", "One"}, {"ARTIST", "Ann"}});
+    song("a/two.wav", {{"TITLE", "Two"}, {"ARTIST", "Bob"}});
+    scan();
+    EXPECT_EQ(_reader->reads, 2);
+    const auto identity = named("One")->persistentID();
+    _library->noteItemPlayed(identity);
+    const auto generation = _library->generation();
+    scan();
+    EXPECT_EQ(_reader->reads, 2);
+    EXPECT_EQ(_library->generation(), generation);  // nothing new, nobody is told
+
+    tagged<TagLib::RIFF::WAV::File>("a/two.wav", wave(), {{"TITLE", "Two, longer"}, {"ARTIST", "Bob"}});
+    scan();
+    EXPECT_EQ(_reader->reads, 3);
+    EXPECT_EQ(titles(*query()), (Texts{"One", "Two, longer"}));
+
+    const auto away = _folder / "away";
+    fs::rename(music(), away);  // the medium is taken away
+    scan();
+    EXPECT_EQ(query()->_countOfItems() + query(MediaGrouping::Artist)->_countOfCollections(), 0u);
+    EXPECT_FALSE(_library->itemWithPersistentID(identity, true));
+    fs::rename(away, music());
+    scan();
+    EXPECT_EQ(_reader->reads, 3);
+    ASSERT_TRUE(named("One"));
+    EXPECT_EQ(named("One")->persistentID(), identity);
+    EXPECT_EQ(named("One")->valueForProperty(Item::PlayCount), zornic::Value(1));
+
+    fs::rename(music() / "a", music() / "b");  // a folder is called something else
+    scan();
+    EXPECT_EQ(titles(*query()), (Texts{"One", "Two, longer"}));
+    EXPECT_EQ(named("One")->persistentID(), identity);
+    EXPECT_EQ(named("One")->valueForProperty(Item::Location).asText(), (music() / "b/one.wav").string());
+    fs::remove(music() / "b/one.wav");
+    scan();
+    EXPECT_EQ(titles(*query()), Texts{"Two, longer"});
+}
+
+TEST_F(LibraryScanTest, PicturesComeFromTheFileOrItsFolderAndEqualOnesShareAToken) {
+    const auto loader = std::make_shared<BytesLoader>();
+    zornic::ImageLoader::install(loader);
+    for (const std::string name : {"x/one.mp3", "x/two.mp3"}) {
+        const auto path = tagged<TagLib::MPEG::File>(name, mpeg(), {{"TITLE", name}});
+        TagLib::MPEG::File file(path.c_str());
+        auto* frame = new TagLib::ID3v2::AttachedPictureFrame;
+        frame->setPicture(TagLib::ByteVector("inside"));
+        file.ID3v2Tag(true)->addFrame(frame);
+        file.save();
+    }
+    song("y/three.wav", {{"TITLE", "Three"}});
+    write("y/Folder.JPG", "folder");
+    write("y/COVER.png", "cover");
+    song("z/four.wav", {{"TITLE", "Four"}});
+    scan();
+    const auto token = [&](const std::string& title) {
+        return named(title)->valueForProperty(Item::ArtworkToken).asText();
+    };
+    const auto bytes = [&](const std::string& title) {
+        const auto source = _library->loadArtwork(token(title), {36, 36}, 1);
+        const auto* loaded = dynamic_cast<const BytesLoader::Source*>(source.get());
+        return loaded ? loaded->bytes : "(none)";
+    };
+    EXPECT_EQ(token("x/one.mp3"), token("x/two.mp3"));
+    EXPECT_EQ(bytes("x/one.mp3"), "inside");
+    EXPECT_EQ(bytes("Three"), "cover");
+    EXPECT_EQ(token("Four"), "");
+    const auto before = token("Three");
+    write("y/COVER.png", "another cover");
+    fs::last_write_time(music() / "y/COVER.png", fs::file_time_type::clock::now() + std::chrono::hours(1));
+    scan();
+    EXPECT_NE(token("Three"), before);  // so that no cache shows the old one
+    fs::remove(music() / "x/one.mp3");
+    EXPECT_EQ(bytes("x/two.mp3"), "inside");
+    EXPECT_FALSE(_library->loadArtwork("embedded:nonsense", {36, 36}, 1));
+    zornic::ImageLoader::install(nullptr);
+}
+
+TEST_F(LibraryScanTest, PlaylistFilesBecomePlaylists) {
+    song("a/Ärger.wav", {{"TITLE", "One"}});
+    song("a/two.wav", {{"TITLE", "Two"}});
+    write("a/drive.m3u",
+          "\xef\xbb\xbf#EXTM3U\r\n#PLAYLIST:On the Road\r\n#EXTINF:1,x\r\ntwo.wav\r\n\xc3\x84rger.wav\n"
+          "missing.wav\nhttp://example.org/stream\n..\\a\\two.wav\n" +
+              std::string(5000, 'x') + "\n" + (music() / "a/two.wav").string());
+    write("old.m3u", "a/\xc4rger.wav\n");  // Latin-1
+    scan();
+    const auto playlists = [&] { return query(MediaGrouping::Playlist)->collections(); };
+    EXPECT_EQ(texts(*playlists(), zornic::MediaPlaylistProperty::Name), (Texts{"old", "On the Road"}));
+    const auto drive = std::dynamic_pointer_cast<zornic::MediaPlaylist>(playlists()->entityAtIndex(1));
+    EXPECT_EQ(titles(*drive->itemsQuery()), (Texts{"Two", "One", "Two", "Two"}));
+    EXPECT_FALSE(drive->isDeletable());
+    EXPECT_EQ(drive->parentPersistentID(), 0u);
+    const auto old = std::dynamic_pointer_cast<zornic::MediaPlaylist>(playlists()->entityAtIndex(0));
+    EXPECT_EQ(titles(*old->itemsQuery()), Texts{"One"});
+    _library->removePlaylist(*drive);
+    EXPECT_EQ(playlists()->count(), 2u);
+
+    song("a/missing.wav", {{"TITLE", "Late"}});
+    scan();
+    EXPECT_EQ(titles(*drive->itemsQuery()), (Texts{"Two", "One", "Late", "Two", "Two"}));
+    fs::remove(music() / "a/drive.m3u");
+    scan();
+    EXPECT_EQ(playlists()->count(), 1u);
+}
+
+TEST_F(LibraryScanTest, GoesOnceThroughLinkedFoldersAndStopsWhenItsOwnerGoes) {
+    for (int at = 0; at < 30; ++at)
+        song("a/" + std::to_string(at) + ".wav", {{"TITLE", "T" + std::to_string(at)}});
+    fs::create_directory_symlink(music(), music() / "a/loop");
+    scan();
+    EXPECT_EQ(query()->_countOfItems(), 30u);
+    struct Stopped final : TagReader {
+        std::atomic<int> reads{0};
+        TagReading read(const fs::path&) override {
+            ++reads;
+            std::this_thread::sleep_for(std::chrono::milliseconds(20));
+            return {};
+        }
+        std::string picture(const fs::path&) override { return {}; }
+    };
+    for (int at = 0; at < 30; ++at) fs::remove(music() / ("a/" + std::to_string(at) + ".wav"));
+    for (int at = 0; at < 500; ++at) write("b/" + std::to_string(at) + ".mp3", "");
+    const auto slow = std::make_shared<Stopped>();
+    {
+        Scanner scanner(_library, {music()}, slow);
+        scanner.start();
+        while (slow->reads == 0) std::this_thread::yield();
+    }
+    EXPECT_LT(slow->reads, 500);
+}
+
+TEST_F(LibraryScanTest, ListsAreReadWhileAScanIsRunning) {
+    for (int at = 0; at < 120; ++at)
+        song(std::to_string(at % 7) + "/" + std::to_string(at) + ".wav",
+             {{"TITLE", "T" + std::to_string(at)}, {"ARTIST", "A" + std::to_string(at % 5)}});
+    std::atomic<int> changes{0};
+    const auto observation = zornic::NotificationCenter::defaultCenter().observe(
+        zornic::MediaLibraryDidChangeNotification, _library.get(), [&](const auto&) { ++changes; });
+    Scanner scanner(_library, {music()}, _reader);
+    std::atomic<bool> isFinished{false};
+    scanner.setProgressHandler([&](const ScanProgress& progress) { isFinished = progress.isFinished; });
+    scanner.start();
+    std::vector<std::jthread> readers;
+    for (int reader = 0; reader < 2; ++reader)
+        readers.emplace_back([&] {
+            const auto songs = query(), artists = query(MediaGrouping::Artist);
+            do {
+                EXPECT_EQ(std::ranges::count(titles(*songs), "(gone)"), 0);
+                texts(*artists->collections(), Collection::ArtistName);
+            } while (!isFinished);
+        });
+    readers.clear();
+    EXPECT_GE(changes, 1);
+    EXPECT_EQ(query()->_countOfItems(), 120u);
+    EXPECT_EQ(query(MediaGrouping::Artist)->_countOfCollections(), 5u);
+}
+
+TEST_F(LibraryScanTest, ADamagedDatabaseIsSetAsideAndMadeAnew) {
+    song("one.wav", {{"TITLE", "One"}});
+    scan();
+    ASSERT_TRUE(_library->hasSongs());
+    const auto openAgain = [&](const std::function<void()>& damage) {
+        _library = nullptr;
+        zornic::BackgroundWork::waitUntilIdle(std::chrono::seconds(10));
+        Database(databaseFile(), Database::Access::ReadWrite).execute("PRAGMA wal_checkpoint(TRUNCATE)");
+        damage();
+        testing::internal::CaptureStderr();
+        _library = SqliteMediaLibrary::open(databaseFile());
+        return testing::internal::GetCapturedStderr();
+    };
+    EXPECT_EQ(openAgain([] {}), "");
+    EXPECT_TRUE(_library->hasSongs());
+    const auto message = openAgain([&] {
+        std::fstream file(databaseFile(), std::ios::in | std::ios::out | std::ios::binary);
+        file.seekp(4096);
+        file << std::string(200'000, '\x5a');
+    });
+    ASSERT_TRUE(_library);
+    EXPECT_NE(message.find("is damaged"), std::string::npos) << message;
+    EXPECT_EQ(std::count(message.begin(), message.end(), '\n'), 1);
+    EXPECT_FALSE(_library->hasSongs());
+    scan();
+    EXPECT_EQ(titles(*query()), Texts{"One"});
+    int kept = 0;
+    for (const auto& entry : fs::directory_iterator(databaseFile().parent_path()))
+        kept += entry.path().string().find("library.db.damaged-") != std::string::npos;
+    EXPECT_GE(kept, 1);
+    EXPECT_NE(openAgain([&] { std::ofstream(databaseFile(), std::ios::trunc) << std::string(9000, 'x'); }),
+              "");
+    EXPECT_TRUE(_library && !_library->hasSongs());
+}
+
+}  // namespace
+}  // namespace helmo

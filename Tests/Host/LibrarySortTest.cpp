@@ -1,0 +1,105 @@
+#include <algorithm>
+#include <random>
+
+#include "Host/Library/Articles.h"
+#include "Tests/Host/LibraryFixture.h"
+
+namespace helmo {
+namespace {
+
+using zornic::MediaQuerySection;
+using Texts = std::vector<std::string>;
+
+class LibrarySort : public LibraryFixture {};
+
+TEST(LibraryArticles, AreStrippedAsWholeWordsAndNeverToNothing) {
+    for (const auto& [name, sorted] :
+         std::vector<std::pair<std::string, std::string>>{{"The Wall", "Wall"},
+                                                          {"THE WALL", "WALL"},
+                                                          {"A Day", "Day"},
+                                                          {"Theatre", "Theatre"},
+                                                          {"The", "The"},
+                                                          {"The ...", "The ..."},
+                                                          {"A-Team", "A-Team"},
+                                                          {"L'Aventura", "Aventura"},
+                                                          {"L’été", "été"},
+                                                          {"Der Mond", "Mond"},
+                                                          {"Los Lobos", "Lobos"},
+                                                          {"Die Another Day", "Die Another Day"},
+                                                          {"I Will Survive", "I Will Survive"},
+                                                          {"", ""}})
+        EXPECT_EQ(withoutArticle(name, "en"), sorted) << name;
+    EXPECT_EQ(withoutArticle("Die Brücke", "de"), "Brücke");
+    EXPECT_EQ(withoutArticle("I Pooh", "it"), "Pooh");
+}
+
+TEST_F(LibrarySort, OrdersTitlesAsAReaderExpects) {
+    const Texts expected{"Ábaco 2",        "Abaco 10", "The Abacus", "‘Bout Time",     "a Éclair",
+                         "éclair au café", "Zebra",    "Ωμέγα",      "Москва",         "서울",
+                         "カメラ",         "きもの",   "7 Years",    "99 Luftballons", "..."};
+    Texts shuffled = expected;
+    std::ranges::shuffle(shuffled, std::mt19937(7));
+    std::vector<TrackTags> tracks;
+    for (const auto& title : shuffled) tracks.push_back(tags(title));
+    tracks.push_back(tags("Zulu"));
+    tracks.back().sortTitle = "Aardvark";
+    tracks.insert(tracks.begin(), tags(""));
+    add(tracks);
+
+    Texts wanted = expected;
+    wanted.insert(wanted.begin(), "Zulu");  // the file's own sort title wins
+    wanted.push_back("");
+    auto listed = titles(*query());
+    // The digits and the dots share '#'; only that the nameless one is last and numbers go by value is
+    // promised there.
+    const auto place = [&](const std::string& title) {
+        return std::ranges::find(listed, title) - listed.begin();
+    };
+    EXPECT_LT(place("7 Years"), place("99 Luftballons"));
+    EXPECT_EQ(Texts(listed.begin(), listed.begin() + 13), Texts(wanted.begin(), wanted.begin() + 13));
+    EXPECT_EQ(listed.back(), "");
+    EXPECT_EQ(listed.size(), wanted.size());
+}
+
+TEST_F(LibrarySort, SectionsFollowTheScriptsAndCoverTheList) {
+    add({tags("Alpha"), tags("The Apple"), tags("Beta"), tags("Мир"), tags("さくら"), tags("漢字"),
+         tags("12"), tags("")});
+    const auto all = query();
+    EXPECT_EQ(all->itemSections(),
+              (std::vector<MediaQuerySection>{
+                  {"A", {0, 2}}, {"B", {2, 1}}, {"М", {3, 1}}, {"さ", {4, 1}}, {"#", {5, 3}}}));
+    const auto info = all->itemSectionInfo();
+    const auto& bar = info.sectionIndexTitles();
+    const auto leadsTo = [&](const std::string& title) {
+        const auto at = std::ranges::find(bar, title) - bar.begin();
+        return info.indexOfSectionForSectionIndexTitleAtIndex(static_cast<std::uint64_t>(at));
+    };
+    EXPECT_EQ(bar.front(), "A");
+    EXPECT_EQ(bar.back(), "#");
+    EXPECT_EQ(leadsTo("B"), 1u);
+    EXPECT_EQ(leadsTo("C"), 2u);  // the next letter that has songs
+    EXPECT_EQ(leadsTo("あ"), 3u);
+    EXPECT_EQ(std::ranges::count(bar, "Ω"), 0);  // no Greek title, no Greek letters
+    EXPECT_EQ(leadsTo("#"), 4u);
+
+    all->setUseSections(false);
+    EXPECT_TRUE(all->itemSections().empty());
+    EXPECT_TRUE(all->itemSectionInfo().sectionIndexTitles().empty());
+}
+
+TEST_F(LibrarySort, ALaterSortNameMovesEverythingOfThatArtist) {
+    add({tags("One", "Zed", "First"), tags("Two", "Mid", "Second")});
+    const Texts byArtist{zornic::MediaItemProperty::Artist, zornic::MediaItemProperty::AlbumTitle};
+    EXPECT_EQ(titles(*query({}, {}, byArtist)), (Texts{"Two", "One"}));
+    auto third = tags("Three", "Zed", "First");
+    third.sortArtist = "Able";
+    add({third});
+    EXPECT_EQ(titles(*query({}, {}, byArtist)), (Texts{"One", "Three", "Two"}));
+    EXPECT_EQ(texts(*query(zornic::MediaGrouping::Artist)->collections(),
+                    zornic::MediaCollectionProperty::ArtistName),
+              (Texts{"Zed", "Mid"}));
+    EXPECT_EQ(query({}, {}, byArtist)->itemSections().front(), (MediaQuerySection{"A", {0, 2}}));
+}
+
+}  // namespace
+}  // namespace helmo

@@ -1,0 +1,174 @@
+#include <set>
+
+#include "ControllerFixture.h"
+#include "Platform/Toolkit/Button.h"
+#include "Platform/Toolkit/TabBarController.h"
+#include "Platform/Toolkit/TableViewController.h"
+
+using namespace zornic;
+
+namespace {
+
+/** A list of numbered rows that lets the focus out to buttons from its ends only. */
+class NumbersController : public TableViewController {
+public:
+    void viewDidLoad() override {
+        TableViewController::viewDidLoad();
+        tableView()->registerCellClass("row", [](const std::string& identifier) {
+            return make<TableViewCell>(TableViewCellStyle::Default, identifier);
+        });
+    }
+    std::uint64_t tableViewNumberOfRowsInSection(TableView&, std::uint64_t) override { return count; }
+    std::shared_ptr<TableViewCell> tableViewCellForRowAtIndexPath(TableView& table,
+                                                                  const IndexPath& path) override {
+        const auto cell = table.dequeueReusableCellWithIdentifier("row");
+        cell->textLabel()->setText(std::to_string(path.row()));
+        return cell;
+    }
+    bool tableViewShouldChangeFocusedItemFromRowAtIndexPath(TableView&, const std::shared_ptr<View>& next,
+                                                            const IndexPath& path) override {
+        return !dynamic_cast<Button*>(next.get()) || leaves.count(path.row());
+    }
+    std::uint64_t count = 20;
+    std::set<std::uint64_t> leaves{0, 19};
+};
+
+class FocusTest : public ControllerTest {
+protected:
+    void SetUp() override {
+        screen->setIntegerCapability(ScreenCapability::InteractionModels, InteractionModel::Knob);
+    }
+    std::shared_ptr<Button> button(const std::string& title, const Rect& frame,
+                                   const std::shared_ptr<View>& parent) {
+        auto made = make<Button>();
+        made->setTitle(title, ControlState::Normal);
+        made->setFrame(frame);
+        parent->addSubview(made);
+        return made;
+    }
+    std::string focused() {
+        window->takeDamage();
+        const auto item = window->focusSystem().focusedItem();
+        EXPECT_EQ(focusedIn(*window), item ? 1 : 0);
+        return item ? item->accessibilityText() : "none";
+    }
+    std::string turned(int detents) {
+        window->turnKnob(detents);
+        return focused();
+    }
+    static int focusedIn(const View& view) {
+        int sum = view.isFocused();
+        for (const auto& subview : view.subviews()) sum += focusedIn(*subview);
+        return sum;
+    }
+};
+
+}  // namespace
+
+TEST_F(FocusTest, GoesInReadingOrderAndStopsAtTheEnds) {
+    const auto root = make<ViewController>();
+    const auto& view = root->view();
+    button("3", {10, 100, 60, 60}, view);
+    button("2", {200, 20, 60, 44}, view);
+    const auto one = button("1", {10, 4, 60, 60}, view);
+    button("hidden", {80, 4, 60, 60}, view)->setHidden(true);
+    button("faded", {80, 4, 60, 60}, view)->setAlpha(0);
+    const auto off = button("off", {80, 4, 60, 60}, view);
+    off->setEnabled(false);
+    button("empty", {80, 4, 0, 0}, view);
+    button("outside", {900, 4, 60, 60}, view);
+    show(root);
+    EXPECT_EQ(focused(), "1");
+    EXPECT_EQ(turned(-1), "1");
+    EXPECT_EQ(turned(1), "2");
+    EXPECT_EQ(turned(100), "3");
+    EXPECT_EQ(turned(-1), "2");
+
+    int pressed = 0;
+    one->addTarget(
+        window, [&](const auto&) { ++pressed; }, ControlEvent::TouchUpInside);
+    turned(-1);
+    window->pressKnob(true);
+    window->pressKnob(false);
+    EXPECT_EQ(pressed, 1);
+    window->pressKnob(true);
+    turned(1);  // turning away takes the press back
+    window->pressKnob(false);
+    EXPECT_EQ(pressed, 1);
+
+    one->setHidden(true);
+    window->focusSystem().focus(one);
+    EXPECT_EQ(focused(), "2");
+    screen->setIntegerCapability(ScreenCapability::InteractionModels, InteractionModel::Touch);
+    window->screenDidChange();
+    EXPECT_EQ(focused(), "none");
+}
+
+TEST_F(FocusTest, AListIsOneStopWhoseEndsLetGo) {
+    const auto list = make<NumbersController>();
+    const auto stack = make<NavigationController>(make<ViewController>());
+    list->setTitle("list");
+    const auto right = button("right", {0, 0, 100, 30}, make<View>());
+    list->navigationItem()->setRightBarButtonItem(make<BarButtonItem>(right));
+    stack->pushViewController(list, false);
+    show(stack);
+    EXPECT_EQ(focused(), "0");
+    EXPECT_EQ(turned(-1), "right");
+    EXPECT_EQ(turned(1), "0");
+    EXPECT_EQ(turned(5), "5");
+    list->leaves = {};
+    EXPECT_EQ(turned(-20), "0");  // no way out
+    EXPECT_EQ(turned(40), "19");
+    list->count = 3;
+    list->tableView()->reloadData();
+    EXPECT_EQ(focused(), "2");
+    list->count = 0;
+    list->tableView()->reloadData();
+    EXPECT_NE(focused(), "none");
+    EXPECT_FALSE(window->focusSystem().focusedItem()->isDescendantOf(*list->view()));
+}
+
+TEST_F(FocusTest, ReturnsWhereAScreenHadItWhenTheScreenComesBack) {
+    const auto list = make<NumbersController>(), deeper = make<NumbersController>();
+    const auto stack = make<NavigationController>(list);
+    show(stack);
+    EXPECT_EQ(turned(4), "4");
+    stack->pushViewController(deeper, true);
+    EXPECT_EQ(focused(), "0");
+    settle();
+    EXPECT_EQ(turned(2), "2");
+
+    const auto sheet = make<ViewController>();
+    button("close", {10, 10, 80, 80}, sheet->view());
+    list->presentViewController(sheet, false);
+    EXPECT_EQ(focused(), "close");
+    sheet->dismissViewController(true);
+    settle();
+    EXPECT_EQ(focused(), "2");
+
+    window->focusSystem().focus(stack->navigationBar()->backButton());
+    window->pressKnob(true);
+    window->pressKnob(false);
+    settle();
+    EXPECT_EQ(focused(), "4");
+}
+
+TEST_F(FocusTest, BackGoesFromTheContentToItsTab) {
+    const auto tabs = make<TabBarController>();
+    const auto one = make<NumbersController>(), two = make<NumbersController>();
+    one->setTitle("one");
+    two->setTitle("two");
+    tabs->setViewControllers({one, two});
+    const auto stack = make<NavigationController>(tabs);
+    stack->setNavigationBarHidden(true, false);
+    show(stack);
+    tabs->setSelectedViewController(two);
+    EXPECT_EQ(focused(), "0");
+    EXPECT_TRUE(window->pressBack());
+    EXPECT_EQ(focused(), "two");
+    EXPECT_FALSE(window->pressBack());
+    EXPECT_EQ(turned(-1), "one");
+    window->pressKnob(true);
+    window->pressKnob(false);
+    EXPECT_EQ(tabs->selectedViewController(), one);
+}

@@ -1,0 +1,363 @@
+#include "Platform/Foundation/RunLoop.h"
+#include "Platform/Toolkit/Button.h"
+#include "Platform/Toolkit/TableView.h"
+#include "Platform/Toolkit/TableViewController.h"
+#include "Platform/Toolkit/Window.h"
+
+using namespace zornic;
+using namespace std::chrono_literals;
+
+namespace {
+
+/** A list of rows named "section.row". */
+class ListController : public TableViewController {
+public:
+    std::vector<std::uint64_t> rows{100};
+    std::vector<std::string> index;
+    std::vector<std::string> headers;
+    bool headersHaveButtons = false, cellsAreMissing = false;
+    int counted = 0;
+    std::vector<IndexPath> asked, chosen;
+    std::function<void(const IndexPath&)> onSelect;
+    std::vector<IndexPath> refusedFrom;
+
+    void viewDidLoad() override {
+        tableView()->registerCellClass("row", [](const std::string& id) {
+            return make<TableViewCell>(TableViewCellStyle::Subtitle, id);
+        });
+    }
+    std::uint64_t numberOfSectionsInTableView(TableView&) override {
+        ++counted;
+        return rows.size();
+    }
+    std::uint64_t tableViewNumberOfRowsInSection(TableView&, std::uint64_t section) override {
+        return rows[section];
+    }
+    std::shared_ptr<TableViewCell> tableViewCellForRowAtIndexPath(TableView& table,
+                                                                  const IndexPath& path) override {
+        asked.push_back(path);
+        if (cellsAreMissing) return nullptr;
+        auto cell = table.dequeueReusableCellWithIdentifier("row");
+        cell->textLabel()->setText(std::to_string(path.section()) + "." + std::to_string(path.row()));
+        return cell;
+    }
+    std::optional<std::string> tableViewTitleForHeaderInSection(TableView&, std::uint64_t section) override {
+        return section < headers.size() ? std::optional(headers[section]) : std::nullopt;
+    }
+    std::shared_ptr<View> tableViewViewForHeaderInSection(TableView&, std::uint64_t) override {
+        if (!headersHaveButtons) return nullptr;
+        const auto header = make<TableHeaderFooterView>("button");
+        header->contentView()->addSubview(make<Control>(Rect(700, 0, 44, 28)));
+        return header;
+    }
+    std::vector<std::string> sectionIndexTitlesForTableView(TableView&) override { return index; }
+    void tableViewDidSelectRowAtIndexPath(TableView&, const IndexPath& path) override {
+        chosen.push_back(path);
+        if (onSelect) onSelect(path);
+    }
+    bool tableViewShouldChangeFocusedItemFromRowAtIndexPath(TableView&, const std::shared_ptr<View>&,
+                                                            const IndexPath& path) override {
+        return std::ranges::find(refusedFrom, path) == refusedFrom.end();
+    }
+};
+
+/** A window of 800 x 436: nine rows and nine tenths. */
+class TableViewTest : public testing::Test {
+protected:
+    void show(bool knob = false) {
+        const auto screen = make<Screen>(Size{800, 436}, 1.0);
+        if (knob) screen->setIntegerCapability(ScreenCapability::InteractionModels, InteractionModel::Knob);
+        window->setScreen(screen);
+        window->setRootViewController(list);
+        window->setWindowHidden(false);
+        frames(0.1s);
+    }
+
+    void frames(Seconds time) {
+        for (auto left = time; left > 0s; left -= Seconds(1.0 / 60)) {
+            clock.advance(toDuration(Seconds(1.0 / 60)));
+            loop.runDue();
+            loop.fireFrame();
+            window->takeDamage();
+        }
+    }
+
+    void drag(double fromY, double toY, int steps = 4) {
+        window->touchDown({100, fromY});
+        for (int step = 1; step <= steps; ++step) {
+            frames(Seconds(1.0 / 60));
+            window->touchMove({100, fromY + (toY - fromY) * step / steps});
+        }
+        window->touchUp({100, toY});
+    }
+
+    void tap(Point point) {
+        window->touchDown(point);
+        frames(Seconds(1.0 / 60));
+        window->touchUp(point);
+    }
+
+    /** Every row on view shows its own text at its own place, with none missing. */
+    void expectRowsInPlace() {
+        const auto paths = table()->indexPathsForVisibleRows();
+        double bottom = table()->bounds().y();
+        for (const auto& path : paths) {
+            const auto cell = table()->cellForRowAtIndexPath(path);
+            ASSERT_TRUE(cell);
+            EXPECT_EQ(cell->textLabel()->text(),
+                      std::to_string(path.section()) + "." + std::to_string(path.row()));
+            EXPECT_LE(cell->frame().y(), bottom);
+            bottom = cell->frame().maxY();
+        }
+        EXPECT_GE(bottom, std::min(table()->bounds().maxY(), table()->contentSize().height));
+    }
+
+    std::string focused() {
+        const auto cell = std::dynamic_pointer_cast<TableViewCell>(window->focusSystem().focusedItem());
+        return cell ? cell->textLabel()->text() : "";
+    }
+
+    const std::shared_ptr<TableView>& table() { return list->tableView(); }
+    double offset() { return table()->contentOffset().y; }
+
+    ManualClock clock;
+    RunLoop loop{clock};
+    std::shared_ptr<ListController> list = make<ListController>();
+    std::shared_ptr<Window> window = make<Window>(Rect(0, 0, 800, 436));
+};
+
+}  // namespace
+
+TEST_F(TableViewTest, AListOfAnyLengthMakesCellsForTheScreenOnly) {
+    const auto before = TableView::cellsMade();
+    list->rows = std::vector<std::uint64_t>(27, 100'000);
+    show();
+    const auto counted = list->counted;
+    for (int fling = 0; fling < 6; ++fling) {
+        drag(400, 60, 3);
+        frames(0.4s);
+        expectRowsInPlace();
+    }
+    EXPECT_GT(offset(), 1500);
+    table()->scrollToRowAtIndexPath({26, 99'999}, false, false);
+    frames(0.1s);
+    expectRowsInPlace();
+    EXPECT_EQ(table()->indexPathsForVisibleRows().back(), IndexPath({26, 99'999}));
+    drag(100, 400, 3);
+    frames(3s);
+    expectRowsInPlace();
+    const auto fits = static_cast<std::uint64_t>(std::ceil(436.0 / 44)) + 1;
+    EXPECT_LE(TableView::cellsMade() - before, fits + 4);
+    EXPECT_EQ(list->counted, counted);
+    EXPECT_LT(list->asked.size(), 1000U);
+}
+
+TEST_F(TableViewTest, ATapChoosesAndADragOrAStoppingTouchDoesNot) {
+    show();
+    const auto cell = table()->cellForRowAtIndexPath({0, 2});
+    window->touchDown({100, 110});
+    EXPECT_TRUE(cell->isHighlighted());  // at once
+    window->touchUp({100, 110});
+    EXPECT_EQ(list->chosen, std::vector{IndexPath({0, 2})});
+    EXPECT_TRUE(cell->isSelected());
+    tap({100, 150});
+    EXPECT_EQ(table()->indexPathsForSelectedRows(), std::vector{IndexPath({0, 3})});
+    EXPECT_FALSE(cell->isSelected());
+
+    list->chosen.clear();
+    window->touchDown({100, 110});
+    window->touchMove({400, 112});
+    window->touchUp({400, 300});  // let go on another row
+    EXPECT_FALSE(cell->isHighlighted());
+    window->touchDown({100, 110});
+    window->touchMove({100, 80});
+    EXPECT_FALSE(cell->isHighlighted());  // a press that becomes a scroll
+    window->touchCancel();
+
+    drag(400, 100);
+    frames(0.1s);
+    ASSERT_TRUE(table()->isDecelerating());
+    tap({100, 200});
+    EXPECT_TRUE(list->chosen.empty());
+    frames(1s);
+    tap({100, 200});
+    EXPECT_EQ(list->chosen.size(), 1U);
+    EXPECT_EQ(std::fmod(offset(), 44), 0);
+}
+
+TEST_F(TableViewTest, ChoosingARowMayTakeTheListAway) {
+    show();
+    list->onSelect = [this](const IndexPath&) {
+        list->tableView()->removeFromSuperview();
+        window->setRootViewController(nullptr);
+        list.reset();
+    };
+    tap({100, 110});
+    EXPECT_FALSE(list);
+}
+
+TEST_F(TableViewTest, ReloadKeepsThePlaceAndDropsTheSelection) {
+    show();
+    table()->scrollToRowAtIndexPath({0, 50}, true, false);
+    tap({100, 110});
+    table()->reloadData();
+    EXPECT_EQ(offset(), 50 * 44);
+    EXPECT_TRUE(table()->indexPathsForSelectedRows().empty());
+    expectRowsInPlace();
+    for (const auto& cell : table()->visibleCells()) EXPECT_FALSE(cell->isSelected());
+
+    list->rows = {20};
+    table()->reloadData();
+    EXPECT_EQ(offset(), 20 * 44 - 436);
+    expectRowsInPlace();
+    list->rows = {};
+    table()->reloadData();
+    EXPECT_EQ(offset(), 0);
+    EXPECT_TRUE(table()->visibleCells().empty());
+    EXPECT_TRUE(table()->rectForRowAtIndexPath({0, 3}).empty());
+    table()->scrollToRowAtIndexPath({4, 4}, true, true);
+    table()->rowWasActivated({0, 0});
+    EXPECT_EQ(list->chosen.size(), 1U);
+
+    list->rows = {30};
+    list->cellsAreMissing = true;
+    table()->reloadData();
+    drag(400, 100);
+    frames(2s);
+    EXPECT_TRUE(table()->visibleCells().empty());
+}
+
+TEST_F(TableViewTest, RowsOfABatchAreAskedForOnceAndOnlyWhenOnView) {
+    show();
+    table()->selectRowAtIndexPath({0, 1}, false);
+    list->asked.clear();
+    table()->beginUpdates();
+    table()->reloadRowsAtIndexPaths({{0, 1}, {0, 60}});
+    table()->beginUpdates();
+    table()->reloadRowsAtIndexPaths({{0, 1}, {0, 4}, {7, 7}});
+    table()->endUpdates();
+    EXPECT_TRUE(list->asked.empty());
+    table()->endUpdates();
+    EXPECT_EQ(list->asked, (std::vector<IndexPath>{{0, 1}, {0, 4}}));
+    EXPECT_TRUE(table()->cellForRowAtIndexPath({0, 1})->isSelected());
+    expectRowsInPlace();
+}
+
+TEST_F(TableViewTest, AFingerOnTheIndexBarGoesFromLetterToLetter) {
+    for (char letter = 'A'; letter <= 'Z'; ++letter) list->index.emplace_back(1, letter);
+    list->rows = std::vector<std::uint64_t>(26, 40);
+    list->rows[25] = 3;
+    list->headers = {"A", "B"};
+    show();
+    const auto height = 40 * 44.0;
+    EXPECT_EQ(table()->cellForRowAtIndexPath({0, 0})->frame().maxX(), 800 - 28);
+    window->touchDown({760, 2});  // beside the letters, within 44 points
+    EXPECT_EQ(offset(), 0);
+    std::vector<double> offsets;
+    for (double y = 2; y < 434; y += 4) {
+        window->touchMove({790, y});
+        if (offsets.empty() || offsets.back() != offset()) offsets.push_back(offset());
+    }
+    window->touchUp({790, 433});
+    EXPECT_EQ(offsets.size(), 26U);
+    EXPECT_EQ(offsets[1], 28 + height);  // the header of B
+    EXPECT_EQ(offsets[13], 56 + 13 * height);
+    EXPECT_EQ(offset(), table()->maximumOffset());
+    EXPECT_TRUE(list->chosen.empty());
+    frames(0.1s);
+    expectRowsInPlace();
+
+    list->index.clear();
+    table()->reloadData();
+    EXPECT_TRUE(table()->indexBar()->isHidden());
+    EXPECT_EQ(table()->visibleCells().front()->frame().maxX(), 800);
+}
+
+TEST_F(TableViewTest, TheKnobSeesOneRowBeyondAndKeepsItsRowOverAReload) {
+    list->rows = {5, 0, 30};
+    show(true);
+    EXPECT_EQ(focused(), "0.0");
+    window->turnKnob(5);
+    EXPECT_EQ(focused(), "2.0");
+    window->turnKnob(6);
+    EXPECT_EQ(focused(), "2.6");
+    EXPECT_GE(table()->bounds().maxY(), table()->rectForRowAtIndexPath({2, 7}).maxY());
+    list->refusedFrom = {{2, 8}};
+    window->turnKnob(9);  // a fast spin does not jump what may not be left
+    EXPECT_EQ(focused(), "2.8");
+    list->refusedFrom.clear();
+
+    table()->reloadData();
+    frames(0.1s);
+    EXPECT_EQ(focused(), "2.8");
+    expectRowsInPlace();
+    table()->reloadRowsAtIndexPaths({{2, 8}});
+    EXPECT_EQ(focused(), "2.8");
+    list->rows = {5, 0, 4};
+    table()->reloadData();
+    frames(0.1s);
+    EXPECT_EQ(focused(), "2.3");
+    int marked = 0;
+    for (const auto& cell : table()->visibleCells()) marked += cell->isFocused();
+    EXPECT_EQ(marked, 1);
+
+    window->pressKnob(true);
+    EXPECT_TRUE(table()->cellForRowAtIndexPath({2, 3})->isHighlighted());
+    window->pressKnob(false);
+    EXPECT_EQ(list->chosen, std::vector{IndexPath({2, 3})});
+    window->turnKnob(-20);
+    EXPECT_EQ(focused(), "0.0");
+    EXPECT_EQ(offset(), 0);
+}
+
+TEST_F(TableViewTest, TheKnobStopsAtButtonsInHeaders) {
+    list->rows = {20, 20};
+    list->headers = {"one", "two"};
+    list->headersHaveButtons = true;
+    show(true);
+    window->turnKnob(20);
+    const auto button = window->focusSystem().focusedItem();
+    ASSERT_TRUE(button);
+    EXPECT_EQ(focused(), "");
+    EXPECT_TRUE(table()->bounds().contains(table()->rectForHeaderInSection(1)));
+    window->turnKnob(1);
+    EXPECT_EQ(focused(), "1.0");
+    window->turnKnob(-2);
+    EXPECT_EQ(focused(), "0.19");
+}
+
+TEST_F(TableViewTest, TheSelectionGoesWhenTheScreenComesBack) {
+    show();
+    table()->selectRowAtIndexPath({0, 4}, false);
+    list->viewWillAppear(false);
+    EXPECT_TRUE(table()->indexPathsForSelectedRows().empty());
+    table()->selectRowAtIndexPath({0, 4}, false);
+    const auto swipe = make<TransitionCoordinator>(true);
+    list->setTransitionCoordinator(swipe);
+    list->viewWillAppear(true);
+    EXPECT_EQ(table()->indexPathsForSelectedRows().size(), 1U);
+}
+
+TEST_F(TableViewTest, TextsStandOnSharedBaselinesInTheirColumn) {
+    show();
+    const auto cell = table()->cellForRowAtIndexPath({0, 0});
+    const auto baseline = [&](Label& label) { return label.frame().y() + label.firstBaselineFromTop(); };
+    EXPECT_NEAR(cell->textLabel()->frame().midY(), 22, 0.5);
+    EXPECT_EQ(cell->textLabel()->frame().x(), 12);
+    cell->detailTextLabel()->setText("detail");
+    cell->setSeparatorInset({0, 57, 0, 0});
+    cell->setAccessoryView(make<View>(Rect(0, 0, 20, 20)));
+    frames(0.1s);
+    EXPECT_NEAR(baseline(*cell->textLabel()), 19, 0.5);
+    EXPECT_NEAR(baseline(*cell->detailTextLabel()), 36, 0.5);
+    EXPECT_EQ(cell->textLabel()->frame().x(), 57);
+    EXPECT_EQ(cell->accessoryView()->frame(), Rect(768, 12, 20, 20));
+    EXPECT_LE(cell->textLabel()->frame().maxX(), 768 - 8);
+
+    cell->setPlayingMark(true, true);  // in the accessory's place
+    frames(0.1s);
+    EXPECT_TRUE(cell->accessoryView()->isHidden());
+    EXPECT_TRUE(loop.nextDue());
+    table()->removeFromSuperview();
+    EXPECT_FALSE(loop.nextDue());  // nothing moves off screen
+}
