@@ -170,10 +170,14 @@ void HelmoApplication::didDrawFirstFrame() {
 void HelmoApplication::handleMediaKey(MediaKey key) {
     constexpr std::int64_t driversButton = 2;
     switch (key) {
-        case MediaKey::PlayPause: return _player->togglePlayback(driversButton);
-        case MediaKey::Next: return _player->changePlaybackIndexBy(1);
-        case MediaKey::Previous: return _player->changePlaybackIndexBy(-1);
-        case MediaKey::Stop: return _player->pause();
+        case MediaKey::PlayPause:
+            return _player->togglePlayback(driversButton);
+        case MediaKey::Next:
+            return _player->changePlaybackIndexBy(1);
+        case MediaKey::Previous:
+            return _player->changePlaybackIndexBy(-1);
+        case MediaKey::Stop:
+            return _player->pause();
     }
 }
 

@@ -17,7 +17,8 @@
 
 namespace helmo {
 
-/** The running program: puts library, player, settings and display together around a root controller. Main thread. */
+/** The running program: puts library, player, settings and display together around a root controller. Main
+ * thread. */
 class HelmoApplication final : public AutomationTarget {
 public:
     explicit HelmoApplication(CommandLine commandLine);

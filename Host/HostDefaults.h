@@ -5,7 +5,8 @@
 
 namespace helmo {
 
-/** The settings as the library reads them; what the driver chooses on the display is written back. Main thread. */
+/** The settings as the library reads them; what the driver chooses on the display is written back. Main
+ * thread. */
 class HostDefaults final : public zornic::ApplicationDefaults {
 public:
     /** `settings` outlives it. */

@@ -28,7 +28,8 @@ void HostServiceProvider::reloadPlayerRadioStationOptionsCompletion(
     const std::shared_ptr<AVController>&, const std::shared_ptr<RadioStation>&, const Dictionary&,
     std::function<void(std::optional<Error>)> completion) {
     mainQueue().async([completion = std::move(completion)] {
-        completion(Error("HelmoErrorDomain", 1, {{Error::LocalizedDescriptionKey, "There is no radio service."}}));
+        completion(
+            Error("HelmoErrorDomain", 1, {{Error::LocalizedDescriptionKey, "There is no radio service."}}));
     });
 }
 

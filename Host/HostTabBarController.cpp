@@ -11,7 +11,8 @@ std::optional<std::vector<std::string>> HostTabBarController::textsForKey(const 
 
 void HostTabBarController::postOrderDidChange() {
     zornic::NotificationCenter::defaultCenter().post(
-        zornic::MusicTabBarControllerDidChangeOrderedViewControllerIdentifiersNotification, shared_from_this());
+        zornic::MusicTabBarControllerDidChangeOrderedViewControllerIdentifiersNotification,
+        shared_from_this());
 }
 
 }  // namespace helmo

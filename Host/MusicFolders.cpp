@@ -12,7 +12,8 @@ constexpr int entriesToLookAt = 20'000;
 bool holdsMusic(const std::filesystem::path& folder) {
     namespace fs = std::filesystem;
     std::error_code error;
-    auto entry = fs::recursive_directory_iterator(folder, fs::directory_options::skip_permission_denied, error);
+    auto entry =
+        fs::recursive_directory_iterator(folder, fs::directory_options::skip_permission_denied, error);
     int left = entriesToLookAt;
     for (; !error && entry != fs::recursive_directory_iterator(); entry.increment(error))
         if (isMusicFile(entry->path()) || --left == 0) return true;
@@ -21,7 +22,8 @@ bool holdsMusic(const std::filesystem::path& folder) {
 
 }  // namespace
 
-std::vector<std::filesystem::path> chosenMusicFolders(const CommandLine& commandLine, const SettingsValues& settings) {
+std::vector<std::filesystem::path> chosenMusicFolders(const CommandLine& commandLine,
+                                                      const SettingsValues& settings) {
     if (!commandLine.musicFolders.empty()) return commandLine.musicFolders;
     if (!settings.musicFolders.empty()) return settings.musicFolders;
     const std::filesystem::path usual = XdgPaths().music();

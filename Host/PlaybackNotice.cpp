@@ -24,8 +24,8 @@ PlaybackNotice::PlaybackNotice(const Object* player, std::weak_ptr<Window> windo
 
 void PlaybackNotice::didMake() {
     Object::didMake();
-    _observation = NotificationCenter::defaultCenter().observe(AVControllerItemFailedNotification, _player,
-                                                               [this](const Notification& failure) { show(failure); });
+    _observation = NotificationCenter::defaultCenter().observe(
+        AVControllerItemFailedNotification, _player, [this](const Notification& failure) { show(failure); });
 }
 
 void PlaybackNotice::show(const Notification& failure) {
@@ -39,12 +39,13 @@ void PlaybackNotice::show(const Notification& failure) {
     _alert = make<AlertController>(platformText("PLAYBACK_FAILED_TITLE"),
                                    formatted(platformText("PLAYBACK_FAILED_MESSAGE"), {title}),
                                    AlertControllerStyle::Alert);
-    _alert->addAction(make<AlertAction>(platformText("OK"), AlertActionStyle::Cancel, [weakSelf = weak(this)] {
-        if (const auto self = weakSelf.lock()) {
-            self->_alert = nullptr;
-            self->_timeout.reset();
-        }
-    }));
+    _alert->addAction(
+        make<AlertAction>(platformText("OK"), AlertActionStyle::Cancel, [weakSelf = weak(this)] {
+            if (const auto self = weakSelf.lock()) {
+                self->_alert = nullptr;
+                self->_timeout.reset();
+            }
+        }));
     top->presentViewController(_alert, true);
     _timeout = RunLoop::main().after(toDuration(duration), [this] { hide(); });
 }

@@ -8,7 +8,8 @@
 
 namespace helmo {
 
-/** Tells the driver when the player skips what it can't play: a short message that goes by itself. Main thread. */
+/** Tells the driver when the player skips what it can't play: a short message that goes by itself. Main
+ * thread. */
 class PlaybackNotice : public zornic::Object {
 public:
     static constexpr zornic::Seconds duration{5};

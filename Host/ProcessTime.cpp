@@ -1,11 +1,10 @@
 #include "Host/ProcessTime.h"
 
-#include <time.h>
-#include <unistd.h>
-
 #include <fstream>
 #include <sstream>
 #include <string>
+#include <time.h>
+#include <unistd.h>
 
 namespace helmo {
 

@@ -5,8 +5,8 @@
 
 namespace helmo {
 
-/** Where texts and images are: the folder asked for, else beside the sources, else where they were installed; nullopt
-    when there are none. */
+/** Where texts and images are: the folder asked for, else beside the sources, else where they were installed;
+   nullopt when there are none. */
 std::optional<std::filesystem::path> findResources(const std::optional<std::filesystem::path>& wanted);
 /** Makes them known as the library's and the platform's bundles. */
 void registerResources(const std::filesystem::path& folder);

@@ -6,7 +6,8 @@
 #include "Host/Version.h"
 
 int main(int argumentCount, char** arguments) {
-    const auto parsed = helmo::CommandLine::parse({arguments + 1, arguments + argumentCount}, helmo::version());
+    const auto parsed =
+        helmo::CommandLine::parse({arguments + 1, arguments + argumentCount}, helmo::version());
     if (const auto* exit = std::get_if<helmo::CommandLine::Exit>(&parsed)) {
         std::fputs(exit->text.c_str(), exit->status == 0 ? stdout : stderr);
         return exit->status;

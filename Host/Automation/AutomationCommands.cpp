@@ -22,10 +22,14 @@ std::string quoted(const std::string& text) { return "\"" + text + "\""; }
 
 const char* nameOf(AVPlaybackState state) {
     switch (state) {
-        case AVPlaybackState::Playing: return "playing";
-        case AVPlaybackState::Paused: return "paused";
-        case AVPlaybackState::Seeking: return "seeking";
-        case AVPlaybackState::Stopped: break;
+        case AVPlaybackState::Playing:
+            return "playing";
+        case AVPlaybackState::Paused:
+            return "paused";
+        case AVPlaybackState::Seeking:
+            return "seeking";
+        case AVPlaybackState::Stopped:
+            break;
     }
     return "stopped";
 }
@@ -48,13 +52,13 @@ long residentMemory() {
 
 AutomationCommands::Handler AutomationCommands::handlerNamed(const std::string& name) {
     static const std::unordered_map<std::string, Handler> handlers = {
-        {"screens", &AutomationCommands::screens},   {"tabs", &AutomationCommands::tabs},
-        {"tree", &AutomationCommands::tree},         {"rows", &AutomationCommands::rows},
-        {"tap", &AutomationCommands::tap},           {"drag", &AutomationCommands::drag},
-        {"knob", &AutomationCommands::knob},         {"back", &AutomationCommands::back},
-        {"advance", &AutomationCommands::advance},   {"screenshot", &AutomationCommands::screenshot},
-        {"player", &AutomationCommands::player},     {"settings", &AutomationCommands::settings},
-        {"host", &AutomationCommands::host},         {"stats", &AutomationCommands::stats},
+        {"screens", &AutomationCommands::screens}, {"tabs", &AutomationCommands::tabs},
+        {"tree", &AutomationCommands::tree},       {"rows", &AutomationCommands::rows},
+        {"tap", &AutomationCommands::tap},         {"drag", &AutomationCommands::drag},
+        {"knob", &AutomationCommands::knob},       {"back", &AutomationCommands::back},
+        {"advance", &AutomationCommands::advance}, {"screenshot", &AutomationCommands::screenshot},
+        {"player", &AutomationCommands::player},   {"settings", &AutomationCommands::settings},
+        {"host", &AutomationCommands::host},       {"stats", &AutomationCommands::stats},
         {"quit", &AutomationCommands::quit},
     };
     const auto found = handlers.find(name);
@@ -132,7 +136,8 @@ void AutomationCommands::endTouch(const std::string& end, Point point) {
     if (end == "outside") {
         const Size size = window().bounds().size;
         // The far corner is outside of whatever was touched.
-        const Point away{point.x < size.width / 2 ? size.width - 1 : 0, point.y < size.height / 2 ? size.height - 1 : 0};
+        const Point away{point.x < size.width / 2 ? size.width - 1 : 0,
+                         point.y < size.height / 2 ? size.height - 1 : 0};
         window().touchMove(away);
         point = away;
     }

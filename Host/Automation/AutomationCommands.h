@@ -9,8 +9,8 @@
 
 namespace helmo {
 
-/** Carries out automation commands on a running helmo: one JSON object in, one out. What can't be done answers with a
-    sentence and changes nothing. Main thread. */
+/** Carries out automation commands on a running helmo: one JSON object in, one out. What can't be done
+   answers with a sentence and changes nothing. Main thread. */
 class AutomationCommands {
 public:
     explicit AutomationCommands(AutomationTarget& target) : _target(target), _time(target) {}

@@ -25,8 +25,8 @@ int AutomationServer::run() {
     while (!_commands.wantsToQuit()) {
         const auto line = nextLine();
         if (!line) break;
-        const std::string answer = line->tooLong ? R"({"error":"The line is too long.","ok":false})"
-                                                 : _commands.answer(line->text);
+        const std::string answer =
+            line->tooLong ? R"({"error":"The line is too long.","ok":false})" : _commands.answer(line->text);
         std::fputs((answer + "\n").c_str(), _output);
         std::fflush(_output);
     }

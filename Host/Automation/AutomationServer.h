@@ -7,8 +7,8 @@
 
 namespace helmo {
 
-/** Reads commands, one a line, and answers each with exactly one line, in order, until the input ends or `quit`. Main
-    thread; the main loop goes on between commands while time is real. */
+/** Reads commands, one a line, and answers each with exactly one line, in order, until the input ends or
+   `quit`. Main thread; the main loop goes on between commands while time is real. */
 class AutomationServer {
 public:
     AutomationServer(AutomationTarget& target, std::FILE* input, std::FILE* output);

@@ -33,8 +33,8 @@ double CommandArguments::number(const char* name, double lowest, double highest)
     const json& value = required(name);
     const double number = value.is_number() ? value.get<double>() : std::nan("");
     if (!(number >= lowest && number <= highest))
-        throw CommandError(std::string("\"") + name + "\" must be a number from " + shortened(lowest) + " to " +
-                           shortened(highest) + ".");
+        throw CommandError(std::string("\"") + name + "\" must be a number from " + shortened(lowest) +
+                           " to " + shortened(highest) + ".");
     return number;
 }
 

@@ -45,9 +45,12 @@ void describeState(const View& view, json& node) {
 const char* accessoryName(const TableViewCell& cell) {
     if (cell.accessoryView()) return "view";
     switch (cell.accessoryType()) {
-        case TableViewCellAccessory::DisclosureIndicator: return "disclosure";
-        case TableViewCellAccessory::Checkmark: return "checkmark";
-        case TableViewCellAccessory::None: break;
+        case TableViewCellAccessory::DisclosureIndicator:
+            return "disclosure";
+        case TableViewCellAccessory::Checkmark:
+            return "checkmark";
+        case TableViewCellAccessory::None:
+            break;
     }
     return "none";
 }
@@ -57,14 +60,10 @@ json describedRow(const TableViewCell& cell) {
     // A named image is one of the library's placeholders.
     const bool artwork =
         artworkCell && artworkCell->artworkImage() && artworkCell->artworkImage().name().empty();
-    return {{"section", cell.indexPath().section()},
-            {"row", cell.indexPath().row()},
-            {"title", cell.textLabel()->text()},
-            {"detail", cell.detailTextLabel()->text()},
-            {"accessory", accessoryName(cell)},
-            {"artwork", artwork},
-            {"selected", cell.isSelected()},
-            {"focused", cell.isFocused()},
+    return {{"section", cell.indexPath().section()}, {"row", cell.indexPath().row()},
+            {"title", cell.textLabel()->text()},     {"detail", cell.detailTextLabel()->text()},
+            {"accessory", accessoryName(cell)},      {"artwork", artwork},
+            {"selected", cell.isSelected()},         {"focused", cell.isFocused()},
             {"playing", cell.showsPlayingMark()}};
 }
 

@@ -4,8 +4,8 @@
 
 namespace helmo {
 
-/** Runs the main loop for automation: work that is due, background work to its end, and time, virtual or real, with a
-    frame every sixtieth of a second while something moves. Main thread. */
+/** Runs the main loop for automation: work that is due, background work to its end, and time, virtual or
+   real, with a frame every sixtieth of a second while something moves. Main thread. */
 class TimeDriver {
 public:
     static constexpr zornic::Seconds frameInterval{1.0 / 60};

@@ -1,22 +1,14 @@
 #include "Host/Library/SectionIndex.h"
 
 #include <algorithm>
-#include <set>
 
 namespace helmo {
-
-namespace {
-
-constexpr std::int64_t latin = 0, other = -1;
-
-}  // namespace
 
 SectionIndex SectionIndex::read(Readers& readers) {
     return readers.read(SectionIndex(), [](Database& database) {
         SectionIndex index;
-        auto rows =
-            database.prepare({"SELECT section, script, title FROM section_title ORDER BY section", {}});
-        while (rows.step()) index._titles.push_back({rows.text(0), rows.integer(1), rows.text(2)});
+        auto rows = database.prepare({"SELECT section, title FROM section_title ORDER BY section", {}});
+        while (rows.step()) index._titles.push_back({rows.text(0), rows.text(1)});
         return index;
     });
 }
@@ -37,18 +29,12 @@ std::vector<zornic::MediaQuerySection> SectionIndex::sections(
 }
 
 zornic::MediaQuerySectionInfo SectionIndex::info(const std::vector<RowList::Section>& sections) const {
-    if (sections.empty()) return {};
-    std::set<std::int64_t> scripts{latin, other};
-    for (const auto& section : sections)
-        if (const Title* title = titleOf(section.key)) scripts.insert(title->script);
     std::vector<std::string> texts;
     std::vector<std::uint64_t> targets;
-    for (const Title& title : _titles) {
-        if (!scripts.contains(title.script)) continue;
-        const auto target = std::ranges::lower_bound(sections, title.key, {}, &RowList::Section::key);
-        texts.push_back(title.text);
-        targets.push_back(
-            std::min(static_cast<std::uint64_t>(target - sections.begin()), sections.size() - 1));
+    for (std::size_t section = 0; section < sections.size(); ++section) {
+        const Title* title = titleOf(sections[section].key);
+        texts.push_back(title ? title->text : "#");
+        targets.push_back(section);
     }
     return {std::move(texts), std::move(targets)};
 }

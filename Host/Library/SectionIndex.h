@@ -15,14 +15,12 @@ public:
 
     /** The sections of a list with their titles. */
     std::vector<zornic::MediaQuerySection> sections(const std::vector<RowList::Section>& sections) const;
-    /** The index bar of a list: the Latin letters, those of every other script that occurs in it, and '#'. A
-       letter without a section leads to the next one that has one, or to the last. */
+    /** The index bar of a list: a letter for each section, so that every letter leads to where it says. */
     zornic::MediaQuerySectionInfo info(const std::vector<RowList::Section>& sections) const;
 
 private:
     struct Title {
         std::string key;
-        std::int64_t script;
         std::string text;
     };
     const Title* titleOf(const std::string& key) const;

@@ -18,8 +18,8 @@ struct CommandLine {
     bool fullscreen = false;
     std::optional<ScreenSize> screen;
     std::optional<InteractionMode> mode;
-    /** Folder of library and settings, file of the settings, folder of texts and images, music for when there is no
-        other. */
+    /** Folder of library and settings, file of the settings, folder of texts and images, music for when there
+       is no other. */
     std::optional<std::filesystem::path> data, settings, resources, demo;
 
     /** What is left to do instead of starting: write `text`, to stderr when the status is not 0, and end. */

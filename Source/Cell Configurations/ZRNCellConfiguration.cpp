@@ -21,7 +21,8 @@ TableView::CellFactory ZRNCellConfiguration::tableViewCellClass() const {
 
 TableAppearance ZRNCellConfiguration::tableAppearance() const { return {}; }
 
-void ZRNCellConfiguration::requestArtwork(const std::shared_ptr<ArtworkCatalog>& catalog, std::int64_t placeholderStyle,
+void ZRNCellConfiguration::requestArtwork(const std::shared_ptr<ArtworkCatalog>& catalog,
+                                          std::int64_t placeholderStyle,
                                           const std::shared_ptr<TableViewCell>& cell,
                                           QueryTableViewController& viewController) const {
     const auto row = std::dynamic_pointer_cast<ZRNTableViewCell>(cell);

@@ -14,9 +14,11 @@ public:
     TableAppearance tableAppearance() const override;
 
 protected:
-    /** Loads a picture into the row's cell at 36 x 36 points; the placeholder of `placeholderStyle` where there is none. */
+    /** Loads a picture into the row's cell at 36 x 36 points; the placeholder of `placeholderStyle` where
+     * there is none. */
     void requestArtwork(const std::shared_ptr<ArtworkCatalog>& catalog, std::int64_t placeholderStyle,
-                        const std::shared_ptr<TableViewCell>& cell, QueryTableViewController& viewController) const;
+                        const std::shared_ptr<TableViewCell>& cell,
+                        QueryTableViewController& viewController) const;
 };
 
 }  // namespace zornic

@@ -15,8 +15,8 @@ const ZRNShuffleActionCellConfiguration& ZRNShuffleActionCellConfiguration::inst
 }
 
 void ZRNShuffleActionCellConfiguration::configureCellWithViewControllerEntityAtIndexAnimated(
-    const std::shared_ptr<TableViewCell>& cell, QueryTableViewController&, const std::shared_ptr<MediaEntity>&,
-    std::uint64_t, bool) const {
+    const std::shared_ptr<TableViewCell>& cell, QueryTableViewController&,
+    const std::shared_ptr<MediaEntity>&, std::uint64_t, bool) const {
     cell->textLabel()->setText(ZRNLocalizedString("SHUFFLE"));
     const Image glyph = ZRNHelmoImage("HelmoShuffleButton").flattenedWithColor(_externalSystemGrayColor());
     cell->setAccessoryView(make<ImageView>(glyph));

@@ -12,7 +12,8 @@ public:
     void configureCellWithViewControllerEntityAtIndexAnimated(const std::shared_ptr<TableViewCell>& cell,
                                                               QueryTableViewController& viewController,
                                                               const std::shared_ptr<MediaEntity>& entity,
-                                                              std::uint64_t index, bool animated) const override;
+                                                              std::uint64_t index,
+                                                              bool animated) const override;
     /** Plays the list's query shuffled on the shared player and shows Now Playing. */
     void performActionForCellWithViewController(const std::shared_ptr<TableViewCell>& cell,
                                                 QueryTableViewController& viewController) const override;

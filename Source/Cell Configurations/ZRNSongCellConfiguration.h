@@ -12,7 +12,8 @@ public:
     void configureCellWithViewControllerEntityAtIndexAnimated(const std::shared_ptr<TableViewCell>& cell,
                                                               QueryTableViewController& viewController,
                                                               const std::shared_ptr<MediaEntity>& entity,
-                                                              std::uint64_t index, bool animated) const override;
+                                                              std::uint64_t index,
+                                                              bool animated) const override;
     const std::vector<std::string>& mediaEntityPropertiesToFetch() const override;
 };
 

@@ -41,7 +41,8 @@ std::optional<Ordering> albumOrdering(const MediaQuery& query, const SortSetting
     using namespace MediaItemProperty;
     static constexpr std::array owners = {AlbumPersistentID, AlbumArtistPersistentID, ArtistPersistentID,
                                           ComposerPersistentID};
-    if (std::ranges::any_of(owners, [&](const char* owner) { return hasFilter(query, owner); })) return std::nullopt;
+    if (std::ranges::any_of(owners, [&](const char* owner) { return hasFilter(query, owner); }))
+        return std::nullopt;
     if (!settings.byArtist) return Ordering{};
     return Ordering{settings.byAlbumArtist ? AlbumArtist : Artist, AlbumTitle};
 }
@@ -57,10 +58,14 @@ std::optional<Ordering> genreOrdering(const MediaQuery& query, const SortSetting
 std::optional<Ordering> orderingForQuery(const MediaQuery& query) {
     const SortSettings settings = SortSettings::current();
     switch (query.groupingType()) {
-        case MediaGrouping::Title: return itemOrdering(query, settings);
-        case MediaGrouping::Album: return albumOrdering(query, settings);
-        case MediaGrouping::Genre: return genreOrdering(query, settings);
-        default: return std::nullopt;
+        case MediaGrouping::Title:
+            return itemOrdering(query, settings);
+        case MediaGrouping::Album:
+            return albumOrdering(query, settings);
+        case MediaGrouping::Genre:
+            return genreOrdering(query, settings);
+        default:
+            return std::nullopt;
     }
 }
 
@@ -71,7 +76,10 @@ void ZRNQueryDataSource::didMake() {
     _defaultsObservation = NotificationCenter::defaultCenter().observe(
         ApplicationDefaultsDidChangeNotification, ZRNSharedDefaults().get(),
         [weakSelf = weak(this)](const Notification& notification) {
-            if (const auto self = weakSelf.lock()) self->_defaultsDidChangeNotification(notification);
+            auto self = weakSelf.lock();
+            if (!self) return;
+            self->_defaultsDidChangeNotification(notification);
+            mainQueue().async([last = std::move(self)] {});  // it never ends on the posting thread
         });
     _updateQueryPredicatesAndOrdering();
 }
@@ -119,7 +127,8 @@ bool ZRNQueryDataSource::queryIsNowPlayingAtIndex(std::uint64_t index) {
 
 bool ZRNQueryDataSource::entityIsNowPlayingAtIndex(std::uint64_t index) {
     const auto player = ZRNSharedAVPlayer();
-    return player && isSameEntity(entityAtIndex(index), player->currentMediaItem()) && queryIsNowPlayingAtIndex(index);
+    return player && isSameEntity(entityAtIndex(index), player->currentMediaItem()) &&
+           queryIsNowPlayingAtIndex(index);
 }
 
 }  // namespace zornic

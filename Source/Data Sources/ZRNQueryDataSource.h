@@ -5,8 +5,8 @@
 
 namespace zornic {
 
-/** The rows of every library list: keeps its query's order in step with the driver's settings, knows which row plays, and
-    makes the request that plays from a row. Main thread. */
+/** The rows of every library list: keeps its query's order in step with the driver's settings, knows which
+   row plays, and makes the request that plays from a row. Main thread. */
 class ZRNQueryDataSource : public CompletionQueryDataSource {
 public:
     using CompletionQueryDataSource::CompletionQueryDataSource;
@@ -17,8 +17,8 @@ public:
     bool entityIsNowPlayingAtIndex(std::uint64_t index) override;
     /** Whether the queue is the one that the row would play, whatever its current item. */
     bool queryIsNowPlayingAtIndex(std::uint64_t index);
-    /** An item plays the whole list from its place (NotFound when it is not in it) and goes on when it already plays; a
-        collection plays its items from the first; none for anything else. */
+    /** An item plays the whole list from its place (NotFound when it is not in it) and goes on when it
+       already plays; a collection plays its items from the first; none for anything else. */
     std::shared_ptr<PlaybackContext> playbackContextForIndex(std::uint64_t index) override;
 
     /** Orders the query by the settings of this moment; false when the settings do not concern it. */

@@ -6,13 +6,17 @@
 namespace zornic {
 namespace {
 
-std::string orText(std::string text, const char* key) { return text.empty() ? ZRNLocalizedString(key) : text; }
+std::string orText(std::string text, const char* key) {
+    return text.empty() ? ZRNLocalizedString(key) : text;
+}
 
 }  // namespace
 
 std::string titleWithFallback(const MediaItem& item) { return orText(item.title(), "Unknown Title"); }
 
-std::string albumTitleWithFallback(const MediaItem& item) { return orText(item.albumTitle(), "Unknown Album"); }
+std::string albumTitleWithFallback(const MediaItem& item) {
+    return orText(item.albumTitle(), "Unknown Album");
+}
 
 std::string artistWithFallback(const MediaItem& item) { return orText(item.artist(), "Unknown Artist"); }
 

@@ -25,9 +25,11 @@ std::shared_ptr<MediaQuery> ZRN_queryWithFilterPredicates(std::vector<MediaPredi
     return make<MediaQuery>(std::move(description));
 }
 
-bool ZRN_isEqualToNowPlayingQuery(const std::shared_ptr<MediaQuery>& query, const std::shared_ptr<MediaQuery>& other) {
+bool ZRN_isEqualToNowPlayingQuery(const std::shared_ptr<MediaQuery>& query,
+                                  const std::shared_ptr<MediaQuery>& other) {
     if (!query || !other) return false;
-    if (_music_nowPlayingComparableQuery(query)->isEqual(*_music_nowPlayingComparableQuery(other))) return true;
+    if (_music_nowPlayingComparableQuery(query)->isEqual(*_music_nowPlayingComparableQuery(other)))
+        return true;
     if (query->specifiesPlaylistItems() && other->specifiesPlaylistItems())
         return sharesFilter(*query, *other, MediaPlaylistProperty::PersistentID);
     static constexpr std::array keys = {MediaItemProperty::AlbumTitle, MediaItemProperty::AlbumPersistentID,
@@ -50,7 +52,8 @@ std::optional<std::string> ZRN_playlistTitle(const MediaQuery& query) {
 std::shared_ptr<MediaQuery> _music_nowPlayingComparableQuery(const std::shared_ptr<MediaQuery>& query) {
     static constexpr std::array ignored = {MediaItemProperty::IncludeInShuffle,
                                            MediaItemProperty::IsStreamingQuality};
-    if (std::ranges::none_of(ignored, [&](const char* key) { return query->predicateForProperty(key).has_value(); }))
+    if (std::ranges::none_of(ignored,
+                             [&](const char* key) { return query->predicateForProperty(key).has_value(); }))
         return query;
     const auto copy = query->copy();
     for (const char* key : ignored) copy->removePredicatesForProperty(key);

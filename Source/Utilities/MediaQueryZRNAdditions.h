@@ -10,12 +10,14 @@
 
 namespace zornic {
 
-/** A new query with exactly these predicates, grouped by the platform's default. Main thread, as all of these. */
+/** A new query with exactly these predicates, grouped by the platform's default. Main thread, as all of
+ * these. */
 std::shared_ptr<MediaQuery> ZRN_queryWithFilterPredicates(std::vector<MediaPredicate> predicates);
 
-/** Whether a list of `query` shows what a queue of `other` plays: equal but for filters on shuffling and streaming quality,
-    or the same playlist, or the same album or artist. Nothing equals no query. */
-bool ZRN_isEqualToNowPlayingQuery(const std::shared_ptr<MediaQuery>& query, const std::shared_ptr<MediaQuery>& other);
+/** Whether a list of `query` shows what a queue of `other` plays: equal but for filters on shuffling and
+   streaming quality, or the same playlist, or the same album or artist. Nothing equals no query. */
+bool ZRN_isEqualToNowPlayingQuery(const std::shared_ptr<MediaQuery>& query,
+                                  const std::shared_ptr<MediaQuery>& other);
 
 /** The playlist or, first, the folder that the query is filtered to; none when it is neither. */
 std::shared_ptr<MediaPlaylist> ZRN_playlist(const MediaQuery& query);

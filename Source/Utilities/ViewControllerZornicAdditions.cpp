@@ -71,7 +71,8 @@ std::optional<std::string> ZRN_helmoIdentifierForIdentifier(const std::string& i
     // Songs of a playlist are shown by the songs screen, and the inside of a folder by the playlists screen.
     static const std::map<std::string, std::string> identifiers = {
         {ZRN_MusicLegacyAlbumsDetailViewControllerIdentifier, ZRNAlbumsDetailViewControllerIdentifier},
-        {ZRN_MusicLegacyAudiobooksDetailViewControllerIdentifier, ZRNAudiobooksDetailViewControllerIdentifier},
+        {ZRN_MusicLegacyAudiobooksDetailViewControllerIdentifier,
+         ZRNAudiobooksDetailViewControllerIdentifier},
         {ZRN_MusicLegacyCompilationsViewControllerIdentifier, ZRNCompilationsViewControllerIdentifier},
         {ZRN_MusicLegacyBrivoMixesViewControllerIdentifier, ZRNBrivoMixesViewControllerIdentifier},
         {ZRN_MusicLegacyAlbumsViewControllerIdentifier, ZRNAlbumsViewControllerIdentifier},
@@ -109,7 +110,8 @@ std::shared_ptr<MediaQuery> ZRN_sanitizedQueryForQuery(const MediaQuery& query) 
     std::int64_t mask = MediaType::Any;
     bool removed = false;
     for (const auto& predicate : query.filterPredicates()) {
-        if (!predicate.isPropertyPredicate() || predicate.property() != MediaItemProperty::MediaType) continue;
+        if (!predicate.isPropertyPredicate() || predicate.property() != MediaItemProperty::MediaType)
+            continue;
         mask &= predicate.value().asInteger();
         copy->removeFilterPredicate(predicate);
         removed = true;

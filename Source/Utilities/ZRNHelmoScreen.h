@@ -18,7 +18,8 @@ enum ZRNHelmoUIModeValue : std::int64_t {
 /** The car's screen; none while there is none. Main thread, as all of these. */
 std::shared_ptr<Screen> ZRNHelmoScreen();
 
-/** Asked of the car's screen afresh each time: the knob wins over touch; touch is low when its level is not 0. */
+/** Asked of the car's screen afresh each time: the knob wins over touch; touch is low when its level is not
+ * 0. */
 ZRNHelmoUIModeValue ZRNHelmoUIMode();
 
 /** The library's image called `name` for the car screen's traits; none when there is no such image. */

@@ -16,14 +16,16 @@ ScreenAttributes::DataSourceFactory dataSourceClass() {
 
 template <class Screen>
 ScreenAttributes::ViewControllerFactory viewControllerClass() {
-    return [](std::shared_ptr<CompletionQueryDataSource> dataSource, const BaseCellConfiguration& configuration) {
+    return [](std::shared_ptr<CompletionQueryDataSource> dataSource,
+              const BaseCellConfiguration& configuration) {
         return make<Screen>(std::move(dataSource), configuration);
     };
 }
 
 /** One row: an identifier with its configuration, data source, entities, screen and default query. */
 template <class Configuration, class DataSource, class Screen>
-void registerScreen(const char* identifier, EntityType entityType, ScreenRegistry::QueryCreationHandler handler) {
+void registerScreen(const char* identifier, EntityType entityType,
+                    ScreenRegistry::QueryCreationHandler handler) {
     ScreenAttributes attributes;
     attributes.configurationClass = &Configuration::instance();
     attributes.dataSourceClass = dataSourceClass<DataSource>();

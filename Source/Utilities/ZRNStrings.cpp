@@ -27,8 +27,10 @@ std::string ZRNTimeStringForDuration(double duration) {
     const std::int64_t seconds = absolute % 60, minutes = absolute / 60 % 60, hours = absolute / 3600;
     const std::string sign = total < 0 ? "-" : "";
     if (hours == 0)
-        return formatted(ZRNLocalizedString("PROGRESS_TIME_SHORT_WIDTH_NO_HOURS_FORMAT"), {sign, minutes, seconds});
-    return formatted(ZRNLocalizedString("PROGRESS_TIME_SHORT_WIDTH_HOURS_FORMAT"), {sign, hours, minutes, seconds});
+        return formatted(ZRNLocalizedString("PROGRESS_TIME_SHORT_WIDTH_NO_HOURS_FORMAT"),
+                         {sign, minutes, seconds});
+    return formatted(ZRNLocalizedString("PROGRESS_TIME_SHORT_WIDTH_HOURS_FORMAT"),
+                     {sign, hours, minutes, seconds});
 }
 
 std::string ZRNAlbumDetailFormat(std::uint64_t count, std::int64_t minutes) {
@@ -44,6 +46,8 @@ std::string _ZRNStringFromIndexPath(const IndexPath& indexPath) {
     return joined(numbers, ".");
 }
 
-std::string ZRNPlainTextOfTemplate(const std::string& labelTemplate) { return replacingAll(labelTemplate, "#", ""); }
+std::string ZRNPlainTextOfTemplate(const std::string& labelTemplate) {
+    return replacingAll(labelTemplate, "#", "");
+}
 
 }  // namespace zornic

@@ -9,7 +9,8 @@ void ZRNClearTableViewSelection(TableView& tableView, bool animated) {
     for (const auto& indexPath : selected) tableView.deselectRowAtIndexPath(indexPath, animated);
 }
 
-bool _ZRNTableViewShouldChangeFocusedItemFromRowAtIndexPath(TableView& tableView, const std::shared_ptr<View>& next,
+bool _ZRNTableViewShouldChangeFocusedItemFromRowAtIndexPath(TableView& tableView,
+                                                            const std::shared_ptr<View>& next,
                                                             const IndexPath& indexPath) {
     if (!std::dynamic_pointer_cast<Control>(next) || indexPath.length() < 2) return true;
     const std::uint64_t rows = tableView.numberOfRowsInSection(indexPath.section());

@@ -3,18 +3,21 @@
 namespace zornic {
 
 // The display's own screens. The compilations identifier ends in a blank; comparisons take it as it stands.
-inline constexpr const char* ZRNAlbumsDetailViewControllerIdentifier = "ZRNAlbumsDetailViewControllerIdentifier";
+inline constexpr const char* ZRNAlbumsDetailViewControllerIdentifier =
+    "ZRNAlbumsDetailViewControllerIdentifier";
 inline constexpr const char* ZRNAlbumsViewControllerIdentifier = "ZRNAlbumsViewControllerIdentifier";
 inline constexpr const char* ZRNArtistsViewControllerIdentifier = "ZRNArtistsViewControllerIdentifier";
 inline constexpr const char* ZRNAudiobooksViewControllerIdentifier = "ZRNAudiobooksViewControllerIdentifier";
 inline constexpr const char* ZRNAudiobooksDetailViewControllerIdentifier =
     "ZRNAudiobooksDetailViewControllerIdentifier";
-inline constexpr const char* ZRNCompilationsViewControllerIdentifier = "ZRNCompilationsViewControllerIdentifier ";
+inline constexpr const char* ZRNCompilationsViewControllerIdentifier =
+    "ZRNCompilationsViewControllerIdentifier ";
 inline constexpr const char* ZRNComposersViewControllerIdentifier = "ZRNComposersViewControllerIdentifier";
 inline constexpr const char* ZRNGenresViewControllerIdentifier = "ZRNGenresViewControllerIdentifier";
 inline constexpr const char* ZRNBrivoMixesViewControllerIdentifier = "ZRNBrivoMixesViewControllerIdentifier";
 inline constexpr const char* ZRNPlaylistsViewControllerIdentifier = "ZRNPlaylistsViewControllerIdentifier";
-inline constexpr const char* ZRNPlaylistsSongsViewControllerIdentifier = "ZRNPlaylistsSongsViewControllerIdentifier";
+inline constexpr const char* ZRNPlaylistsSongsViewControllerIdentifier =
+    "ZRNPlaylistsSongsViewControllerIdentifier";
 inline constexpr const char* ZRNRadioViewControllerIdentifier = "ZRNRadioViewControllerIdentifier";
 inline constexpr const char* ZRNSongsViewControllerIdentifier = "ZRNSongsViewControllerIdentifier";
 

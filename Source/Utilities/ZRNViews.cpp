@@ -2,7 +2,8 @@
 
 namespace zornic {
 
-void ZRNTileViewsHorizontally(const std::vector<std::shared_ptr<View>>& views, const Rect& rect, float spacing) {
+void ZRNTileViewsHorizontally(const std::vector<std::shared_ptr<View>>& views, const Rect& rect,
+                              float spacing) {
     if (views.empty()) return;
     const auto count = static_cast<float>(views.size());
     const float width = (static_cast<float>(rect.width()) - (count - 1) * spacing) / count;

@@ -11,10 +11,11 @@ namespace zornic {
 inline Rect ZRNCGRectZeroOrigin(const Rect& rect) { return {{0, 0}, rect.size}; }
 
 /** Lays views out side by side in `rect`, equally wide, `spacing` points apart. Main thread. */
-void ZRNTileViewsHorizontally(const std::vector<std::shared_ptr<View>>& views, const Rect& rect, float spacing);
+void ZRNTileViewsHorizontally(const std::vector<std::shared_ptr<View>>& views, const Rect& rect,
+                              float spacing);
 
-/** Sets the charge of every `Kind` in the tree that has subviews of its own, once for each of them. A view without
-    subviews keeps its charge: what is weighed are composed controls, not bare ones. */
+/** Sets the charge of every `Kind` in the tree that has subviews of its own, once for each of them. A view
+   without subviews keeps its charge: what is weighed are composed controls, not bare ones. */
 template <class Kind>
 void ZRNSetChargeOnDescendantsOfView(const std::shared_ptr<View>& view, float charge) {
     if (!view) return;

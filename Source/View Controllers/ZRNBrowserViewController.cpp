@@ -32,7 +32,8 @@ bool isEmptyList(const std::shared_ptr<ViewController>& screen) {
 
 }  // namespace
 
-ZRNBrowserViewController::ZRNBrowserViewController(const std::shared_ptr<TabBarController>& hostTabBarController)
+ZRNBrowserViewController::ZRNBrowserViewController(
+    const std::shared_ptr<TabBarController>& hostTabBarController)
     : _hostTabBarController(hostTabBarController) {}
 
 void ZRNBrowserViewController::didMake() {
@@ -52,16 +53,19 @@ ZRNBrowserViewController::~ZRNBrowserViewController() {
 void ZRNBrowserViewController::observeHost() {
     auto& center = NotificationCenter::defaultCenter();
     _observations.push_back(center.observe(
-        MusicTabBarControllerDidChangeOrderedViewControllerIdentifiersNotification, hostTabBarController().get(),
+        MusicTabBarControllerDidChangeOrderedViewControllerIdentifiersNotification,
+        hostTabBarController().get(),
         [this](const Notification& notification) { _tabBarDidChangeViewControllers(notification); }));
-    _observations.push_back(center.observe(MediaLibraryDidChangeNotification, nullptr,
-                                           [weakSelf = weak(this)](const Notification& notification) {
-                                               if (const auto self = weakSelf.lock())
-                                                   self->_mediaLibraryDidChange(notification);
-                                           }));
-    _observations.push_back(
-        center.observe(RadioOptInDidChangeNotification, nullptr,
-                       [this](const Notification& notification) { _accountsDidChangeNotification(notification); }));
+    const auto libraryDidChange = [weakSelf = weak(this)](const Notification& notification) {
+        auto self = weakSelf.lock();
+        if (!self) return;
+        self->_mediaLibraryDidChange(notification);
+        mainQueue().async([last = std::move(self)] {});  // screens never end on the posting thread
+    };
+    _observations.push_back(center.observe(MediaLibraryDidChangeNotification, nullptr, libraryDidChange));
+    _observations.push_back(center.observe(
+        RadioOptInDidChangeNotification, nullptr,
+        [this](const Notification& notification) { _accountsDidChangeNotification(notification); }));
 }
 
 void ZRNBrowserViewController::setPlayer(const std::shared_ptr<AVController>& player) {
@@ -75,7 +79,8 @@ void ZRNBrowserViewController::setPlayer(const std::shared_ptr<AVController>& pl
     pushNowPlaying(false);
 }
 
-void ZRNBrowserViewController::setServiceProvider(const std::shared_ptr<ZRNHelmoServiceProvider>& serviceProvider) {
+void ZRNBrowserViewController::setServiceProvider(
+    const std::shared_ptr<ZRNHelmoServiceProvider>& serviceProvider) {
     if (serviceProvider == _serviceProvider.lock()) return;
     _serviceProvider = serviceProvider;
     _reloadHostTabs();
@@ -87,11 +92,13 @@ void ZRNBrowserViewController::_reloadHostTabs() {
     if (!host) return reloadWithTabsForceReload(ZRNDefaultTabIdentifiers(), true);
     std::vector<std::string> identifiers;
     for (const auto& name : host->textsForKey(visibleIdentifiersKey).value_or(std::vector<std::string>()))
-        if (auto identifier = ZRN_helmoIdentifierForIdentifier(name)) identifiers.push_back(std::move(*identifier));
+        if (auto identifier = ZRN_helmoIdentifierForIdentifier(name))
+            identifiers.push_back(std::move(*identifier));
     reloadWithTabsForceReload(identifiers, true);
 }
 
-void ZRNBrowserViewController::reloadWithTabsForceReload(const std::vector<std::string>& identifiers, bool force) {
+void ZRNBrowserViewController::reloadWithTabsForceReload(const std::vector<std::string>& identifiers,
+                                                         bool force) {
     std::vector<std::shared_ptr<ViewController>> screens;
     const auto reusable =
         force ? std::vector<std::shared_ptr<ViewController>>() : _tabBarController->viewControllers();
@@ -135,7 +142,8 @@ std::shared_ptr<ViewController> ZRNBrowserViewController::_createViewControllerF
     return screen;
 }
 
-void ZRNBrowserViewController::updateNoContentView(const std::shared_ptr<ViewController>& screen, bool forceEmpty) {
+void ZRNBrowserViewController::updateNoContentView(const std::shared_ptr<ViewController>& screen,
+                                                   bool forceEmpty) {
     if (forceEmpty || isEmptyList(screen)) return layNoContentView(screen);
     if (const auto laid = _noContentViews.get(screen)) {
         laid->removeFromSuperview();
@@ -218,8 +226,8 @@ void ZRNBrowserViewController::viewDidAppear(bool animated) {
     _updateNowPlayingVisibility();
 }
 
-void ZRNBrowserViewController::tabBarControllerDidSelectViewController(TabBarController& container,
-                                                                       const std::shared_ptr<ViewController>& screen) {
+void ZRNBrowserViewController::tabBarControllerDidSelectViewController(
+    TabBarController& container, const std::shared_ptr<ViewController>& screen) {
     container.setTitle(screen->title());
 }
 
@@ -239,11 +247,12 @@ void ZRNBrowserViewController::_mediaLibraryDidChange(const Notification&) {
 void ZRNBrowserViewController::willPresentAlertView(const std::shared_ptr<RadioAlertView>& alertView) {
     const auto alert =
         make<AlertController>(alertView->title(), alertView->message(), AlertControllerStyle::Alert);
-    alert->addAction(make<AlertAction>(
-        ZRNLocalizedString("OK"), AlertActionStyle::Cancel, [weakSelf = weak(this), alertView] {
-            if (const auto self = weakSelf.lock()) self->_mirroredAlert = nullptr;
-            alertView->dismiss(-1, true);
-        }));
+    alert->addAction(make<AlertAction>(ZRNLocalizedString("OK"), AlertActionStyle::Cancel,
+                                       [weakSelf = weak(this), alertView] {
+                                           if (const auto self = weakSelf.lock())
+                                               self->_mirroredAlert = nullptr;
+                                           alertView->dismiss(-1, true);
+                                       }));
     presentViewController(alert, true);
     _mirroredAlert = alertView;
 }

@@ -120,6 +120,7 @@ void ZRNMusicNowPlayingViewController::setTitle(const std::string& title) {
     if (_rightTitleLabel) {
         _rightTitleLabel->setText(title);
         _rightTitleLabel->sizeToFit();
+        if (auto* bar = _rightTitleLabel->superview()) bar->setNeedsLayout();
     }
     ViewController::setTitle(title);
 }

@@ -6,12 +6,15 @@
 
 namespace zornic {
 
-std::vector<const BaseActionCellConfiguration*> ZRNSongsViewController::actionCellConfigurationClasses() const {
+std::vector<const BaseActionCellConfiguration*> ZRNSongsViewController::actionCellConfigurationClasses()
+    const {
     return {&ZRNShuffleActionCellConfiguration::instance()};
 }
 
-bool ZRNSongsViewController::shouldShowActionCellConfiguration(const BaseActionCellConfiguration& configuration) {
-    if (&configuration == &ZRNShuffleActionCellConfiguration::instance()) return queryDataSource()->count() > 1;
+bool ZRNSongsViewController::shouldShowActionCellConfiguration(
+    const BaseActionCellConfiguration& configuration) {
+    if (&configuration == &ZRNShuffleActionCellConfiguration::instance())
+        return queryDataSource()->count() > 1;
     return ZRNTableViewController::shouldShowActionCellConfiguration(configuration);
 }
 
@@ -23,7 +26,8 @@ void ZRNSongsViewController::tableViewDidSelectRowAtIndexPath(TableView& table, 
     // A song that has just gone from the library starts nothing; its row is about to go too.
     if (context && context->startIndex() != NotFound) {
         if (const auto player = ZRNSharedAVPlayer()) player->reloadWithPlaybackContext(context);
-        if (auto* navigation = navigationController()) navigation->ZRN_pushNowPlayingViewControllerAnimated(true);
+        if (auto* navigation = navigationController())
+            navigation->ZRN_pushNowPlayingViewControllerAnimated(true);
     }
     ZRNTableViewController::tableViewDidSelectRowAtIndexPath(table, indexPath);
 }

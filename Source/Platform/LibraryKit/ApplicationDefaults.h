@@ -7,7 +7,8 @@
 namespace zornic {
 
 /** Posted by the defaults, as sender, on any thread, when a setting has changed. */
-inline constexpr const char* ApplicationDefaultsDidChangeNotification = "ApplicationDefaultsDidChangeNotification";
+inline constexpr const char* ApplicationDefaultsDidChangeNotification =
+    "ApplicationDefaultsDidChangeNotification";
 
 /** The host's settings that the display follows. The host implements it. Main thread. */
 class ApplicationDefaults : public Object {

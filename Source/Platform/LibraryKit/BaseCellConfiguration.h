@@ -22,8 +22,8 @@ struct TableAppearance {
     TableViewSeparatorStyle tableViewSeparatorStyle = TableViewSeparatorStyle::SingleLine;
 };
 
-/** How the rows of one kind are made and filled. One immutable object a class, shared by every list of that kind, never
-    copied. Main thread. */
+/** How the rows of one kind are made and filled. One immutable object a class, shared by every list of that
+   kind, never copied. Main thread. */
 class BaseCellConfiguration {
 public:
     BaseCellConfiguration() = default;
@@ -46,7 +46,8 @@ public:
     virtual TableAppearance tableAppearance() const { return {}; }
 };
 
-/** A row that does something instead of showing an entity: it is filled without one, by its place among the actions. */
+/** A row that does something instead of showing an entity: it is filled without one, by its place among the
+ * actions. */
 class BaseActionCellConfiguration : public BaseCellConfiguration {
 public:
     /** Does what the row is there for. */
@@ -55,6 +56,7 @@ public:
 };
 
 /** Properties of a row's kind with those of its base, when the base has any. */
-std::vector<std::string> propertiesByAdding(std::vector<std::string> properties, const std::vector<std::string>& base);
+std::vector<std::string> propertiesByAdding(std::vector<std::string> properties,
+                                            const std::vector<std::string>& base);
 
 }  // namespace zornic

@@ -23,7 +23,9 @@ std::shared_ptr<const MediaEntityList> CompletionQueryDataSource::entities() {
     return _entities;
 }
 
-std::shared_ptr<MediaEntity> CompletionQueryDataSource::anyEntity() { return isEmpty() ? nullptr : entityAtIndex(0); }
+std::shared_ptr<MediaEntity> CompletionQueryDataSource::anyEntity() {
+    return isEmpty() ? nullptr : entityAtIndex(0);
+}
 
 const std::vector<MediaQuerySection>& CompletionQueryDataSource::sections() {
     if (!_sections) {

@@ -23,8 +23,9 @@ public:
     virtual void dataSourceDidInvalidate(CompletionQueryDataSource& dataSource) = 0;
 };
 
-/** The rows of a library list: the entities of a query by index. They are taken from the query on first use and kept, as
-    one snapshot, until invalidated; a change of the media library invalidates by itself. Main thread. */
+/** The rows of a library list: the entities of a query by index. They are taken from the query on first use
+   and kept, as one snapshot, until invalidated; a change of the media library invalidates by itself. Main
+   thread. */
 class CompletionQueryDataSource : public Object {
 public:
     CompletionQueryDataSource(std::shared_ptr<MediaQuery> query, EntityType entityType);
@@ -32,12 +33,16 @@ public:
 
     const std::shared_ptr<MediaQuery>& query() const { return _query; }
     EntityType entityType() const { return _entityType; }
-    void setDelegate(std::weak_ptr<CompletionQueryDataSourceDelegate> delegate) { _delegate = std::move(delegate); }
+    void setDelegate(std::weak_ptr<CompletionQueryDataSourceDelegate> delegate) {
+        _delegate = std::move(delegate);
+    }
 
     /** The entities of all rows, made by index. */
     virtual std::shared_ptr<const MediaEntityList> entities();
     /** None beyond the end or when it is gone. */
-    std::shared_ptr<MediaEntity> entityAtIndex(std::uint64_t index) { return entities()->entityAtIndex(index); }
+    std::shared_ptr<MediaEntity> entityAtIndex(std::uint64_t index) {
+        return entities()->entityAtIndex(index);
+    }
     std::uint64_t count() { return entities()->count(); }
     /** Any one of them; none when there is none. */
     std::shared_ptr<MediaEntity> anyEntity();

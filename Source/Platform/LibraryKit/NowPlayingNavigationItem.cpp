@@ -21,8 +21,8 @@ public:
         button->sizeToFit();
         button->addTarget(this, &NowPlayingNavigationItem::open, ControlEvent::TouchUpInside);
         _item = make<BarButtonItem>(button);
-        _observation = NotificationCenter::defaultCenter().observe(AVControllerItemChangedNotification, _player.get(),
-                                                                   [this](const Notification&) { update(); });
+        _observation = NotificationCenter::defaultCenter().observe(
+            AVControllerItemChangedNotification, _player.get(), [this](const Notification&) { update(); });
         update();
     }
 

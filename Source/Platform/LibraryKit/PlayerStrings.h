@@ -5,7 +5,8 @@
 
 namespace zornic {
 
-/** How long a mode's text may be: a row of a menu or the label of a button. Labels mark an emphasised word by "#". */
+/** How long a mode's text may be: a row of a menu or the label of a button. Labels mark an emphasised word by
+ * "#". */
 namespace PlayerStringStyle {
 inline constexpr int Row = 0, Label = 2;
 }
@@ -13,12 +14,12 @@ inline constexpr int Row = 0, Label = 2;
 /** Text for a shuffle type; empty without the platform's texts. Main thread, as all of these. */
 std::string shuffleTypeString(std::int64_t type, int style);
 
-/** Text for a repeat type. `mediaType`: bits of what plays, all ones when unknown; `contextKind`: where the queue comes
-    from, 1 an album, 2 an artist, 3 a playlist, 0 anything else. */
+/** Text for a repeat type. `mediaType`: bits of what plays, all ones when unknown; `contextKind`: where the
+   queue comes from, 1 an album, 2 an artist, 3 a playlist, 0 anything else. */
 std::string repeatTypeString(std::int64_t type, std::int64_t mediaType, int contextKind, int style);
 
-/** Clock text of whole seconds, "3:07" or "1:02:45"; negative: what remains, "-0:42". `asRemaining` writes the sign for 0
-    too. */
+/** Clock text of whole seconds, "3:07" or "1:02:45"; negative: what remains, "-0:42". `asRemaining` writes
+   the sign for 0 too. */
 std::string progressString(std::int64_t seconds, bool asRemaining);
 
 }  // namespace zornic

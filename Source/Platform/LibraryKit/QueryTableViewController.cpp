@@ -33,8 +33,9 @@ void QueryTableViewController::viewDidLoad() {
     for (const auto* action : actionCellConfigurationClasses())
         table->registerCellClass(action->reuseIdentifier(), action->tableViewCellClass());
 
-    for (const char* name : {AVControllerItemChangedNotification, AVControllerPlaybackStateChangedNotification,
-                             AVControllerContentsChangedNotification})
+    for (const char* name :
+         {AVControllerItemChangedNotification, AVControllerPlaybackStateChangedNotification,
+          AVControllerContentsChangedNotification})
         _playerObservations.push_back(NotificationCenter::defaultCenter().observe(
             name, nullptr, [this](const Notification&) { updatePlayingMarks(); }));
 }
@@ -61,7 +62,8 @@ const std::vector<const BaseActionCellConfiguration*>& QueryTableViewController:
     return *_shownActions;
 }
 
-std::optional<std::uint64_t> QueryTableViewController::dataSourceSectionForTableSection(std::uint64_t section) {
+std::optional<std::uint64_t> QueryTableViewController::dataSourceSectionForTableSection(
+    std::uint64_t section) {
     const std::uint64_t inFront = shownActions().empty() ? 0 : 1;
     if (section < inFront || section - inFront >= _queryDataSource->numberOfSections()) return std::nullopt;
     return section - inFront;
@@ -92,12 +94,13 @@ std::uint64_t QueryTableViewController::tableViewNumberOfRowsInSection(TableView
     return own ? _queryDataSource->rangeOfSectionAtIndex(*own).length : shownActions().size();
 }
 
-std::shared_ptr<TableViewCell> QueryTableViewController::dequeueCell(const BaseCellConfiguration& configuration) {
+std::shared_ptr<TableViewCell> QueryTableViewController::dequeueCell(
+    const BaseCellConfiguration& configuration) {
     return tableView()->dequeueReusableCellWithIdentifier(configuration.reuseIdentifier());
 }
 
-std::shared_ptr<TableViewCell> QueryTableViewController::tableViewCellForRowAtIndexPath(TableView&,
-                                                                                        const IndexPath& indexPath) {
+std::shared_ptr<TableViewCell> QueryTableViewController::tableViewCellForRowAtIndexPath(
+    TableView&, const IndexPath& indexPath) {
     const std::uint64_t index = dataSourceIndexForIndexPath(indexPath);
     if (index == NotFound) {
         if (dataSourceSectionForTableSection(indexPath.section()) || indexPath.row() >= shownActions().size())
@@ -105,15 +108,17 @@ std::shared_ptr<TableViewCell> QueryTableViewController::tableViewCellForRowAtIn
         const auto& action = *shownActions()[indexPath.row()];
         const auto cell = dequeueCell(action);
         cell->setBackgroundColor(action.tableAppearance().tableViewCellBackgroundColor);
-        action.configureCellWithViewControllerEntityAtIndexAnimated(cell, *this, nullptr, indexPath.row(), false);
+        action.configureCellWithViewControllerEntityAtIndexAnimated(cell, *this, nullptr, indexPath.row(),
+                                                                    false);
         return cell;
     }
     const auto entity = _queryDataSource->entityAtIndex(index);
-    const auto cell =
-        entity ? dequeueCell(_cellConfiguration) : tableView()->dequeueReusableCellWithIdentifier(emptyRowIdentifier);
+    const auto cell = entity ? dequeueCell(_cellConfiguration)
+                             : tableView()->dequeueReusableCellWithIdentifier(emptyRowIdentifier);
     cell->setBackgroundColor(_cellConfiguration.tableAppearance().tableViewCellBackgroundColor);
     if (!entity) return cell;
-    _cellConfiguration.configureCellWithViewControllerEntityAtIndexAnimated(cell, *this, entity, index, false);
+    _cellConfiguration.configureCellWithViewControllerEntityAtIndexAnimated(cell, *this, entity, index,
+                                                                            false);
     cell->setPlayingMark(_queryDataSource->entityIsNowPlayingAtIndex(index), isPlayerPlaying());
     return cell;
 }
@@ -130,17 +135,20 @@ std::vector<std::string> QueryTableViewController::sectionIndexTitlesForTableVie
     return _queryDataSource->sectionInfo().sectionIndexTitles();
 }
 
-std::uint64_t QueryTableViewController::tableViewSectionForSectionIndexTitleAtIndex(TableView&, const std::string&,
+std::uint64_t QueryTableViewController::tableViewSectionForSectionIndexTitleAtIndex(TableView&,
+                                                                                    const std::string&,
                                                                                     std::uint64_t index) {
     const std::uint64_t inFront = shownActions().empty() ? 0 : 1;
     return _queryDataSource->sectionInfo().indexOfSectionForSectionIndexTitleAtIndex(index) + inFront;
 }
 
-void QueryTableViewController::tableViewDidSelectRowAtIndexPath(TableView& table, const IndexPath& indexPath) {
+void QueryTableViewController::tableViewDidSelectRowAtIndexPath(TableView& table,
+                                                                const IndexPath& indexPath) {
     const auto self = strong(this);
     const auto& actions = shownActions();
     if (!actions.empty() && indexPath.section() == 0 && indexPath.row() < actions.size())
-        actions[indexPath.row()]->performActionForCellWithViewController(table.cellForRowAtIndexPath(indexPath), *this);
+        actions[indexPath.row()]->performActionForCellWithViewController(
+            table.cellForRowAtIndexPath(indexPath), *this);
     if (_shouldDeselectImmediately) table.deselectRowAtIndexPath(indexPath, true);
 }
 

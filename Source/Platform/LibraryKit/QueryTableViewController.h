@@ -8,8 +8,8 @@
 
 namespace zornic {
 
-/** A list of a query's entities: rows from a data source, filled by a configuration, with action rows in a section of
-    their own in front. Main thread. */
+/** A list of a query's entities: rows from a data source, filled by a configuration, with action rows in a
+   section of their own in front. Main thread. */
 class QueryTableViewController : public TableViewController, public CompletionQueryDataSourceDelegate {
 public:
     QueryTableViewController(std::shared_ptr<CompletionQueryDataSource> dataSource,
@@ -32,7 +32,9 @@ public:
     /** Drops what it knows of rows and asks again. */
     virtual void reloadData();
     /** Action rows that this kind of list may offer, in order. */
-    virtual std::vector<const BaseActionCellConfiguration*> actionCellConfigurationClasses() const { return {}; }
+    virtual std::vector<const BaseActionCellConfiguration*> actionCellConfigurationClasses() const {
+        return {};
+    }
     virtual bool shouldShowActionCellConfiguration(const BaseActionCellConfiguration&) { return true; }
     /** The list's own now-playing button; none: it has none. */
     virtual std::shared_ptr<View> createNowPlayingButton() { return nullptr; }
@@ -58,7 +60,8 @@ public:
     std::uint64_t tableViewNumberOfRowsInSection(TableView& tableView, std::uint64_t section) override;
     std::shared_ptr<TableViewCell> tableViewCellForRowAtIndexPath(TableView& tableView,
                                                                   const IndexPath& indexPath) override;
-    std::optional<std::string> tableViewTitleForHeaderInSection(TableView& tableView, std::uint64_t section) override;
+    std::optional<std::string> tableViewTitleForHeaderInSection(TableView& tableView,
+                                                                std::uint64_t section) override;
     std::vector<std::string> sectionIndexTitlesForTableView(TableView& tableView) override;
     std::uint64_t tableViewSectionForSectionIndexTitleAtIndex(TableView& tableView, const std::string& title,
                                                               std::uint64_t index) override;

@@ -7,9 +7,8 @@ ScreenRegistry& ScreenRegistry::shared() {
     return registry;
 }
 
-void ScreenRegistry::registerIdentifierWithAttributesDefaultQueryCreationHandler(const std::string& identifier,
-                                                                                 ScreenAttributes attributes,
-                                                                                 QueryCreationHandler handler) {
+void ScreenRegistry::registerIdentifierWithAttributesDefaultQueryCreationHandler(
+    const std::string& identifier, ScreenAttributes attributes, QueryCreationHandler handler) {
     _records[identifier] = {std::move(attributes), std::move(handler)};
 }
 

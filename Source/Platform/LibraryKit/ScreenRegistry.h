@@ -36,9 +36,10 @@ public:
     void registerIdentifierWithAttributesDefaultQueryCreationHandler(const std::string& identifier,
                                                                      ScreenAttributes attributes,
                                                                      QueryCreationHandler handler);
-    /** A new screen over the identifier's default query, with its identifier set; none for an unknown identifier, or when
-        there is no query. */
-    std::shared_ptr<QueryTableViewController> viewControllerForIdentifier(const std::string& identifier) const;
+    /** A new screen over the identifier's default query, with its identifier set; none for an unknown
+       identifier, or when there is no query. */
+    std::shared_ptr<QueryTableViewController> viewControllerForIdentifier(
+        const std::string& identifier) const;
     /** The same over `query`; the default query when it is none. */
     std::shared_ptr<QueryTableViewController> viewControllerForIdentifierQuery(
         const std::string& identifier, const std::shared_ptr<MediaQuery>& query) const;

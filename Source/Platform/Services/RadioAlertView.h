@@ -10,7 +10,8 @@ namespace zornic {
 /** Posted by any sender, on the main thread, when the driver opted in to radio or out of it. */
 inline constexpr const char* RadioOptInDidChangeNotification = "RadioOptInDidChangeNotification";
 
-/** An alert of the radio service, shown elsewhere than on the car's display. The service implements it. Main thread. */
+/** An alert of the radio service, shown elsewhere than on the car's display. The service implements it. Main
+ * thread. */
 class RadioAlertView : public Object {
 public:
     virtual std::string title() const = 0;

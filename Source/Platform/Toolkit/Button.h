@@ -11,8 +11,8 @@ namespace zornic {
 enum class ControlState { Normal = 0, Highlighted = 1, Disabled = 2, Selected = 4 };
 enum class ButtonType { Custom = 0, System = 1 };
 
-/** A control with a title and an image, side by side and centred, that differ by state; what a state lacks is the normal
-    state's. Subclasses change their places after the base's layout. Main thread. */
+/** A control with a title and an image, side by side and centred, that differ by state; what a state lacks is
+   the normal state's. Subclasses change their places after the base's layout. Main thread. */
 class Button : public Control {
 public:
     explicit Button(ButtonType type = ButtonType::Custom);
@@ -41,8 +41,8 @@ public:
     Size sizeThatFits(Size size) override;
     bool hasIntrinsicSize() const override { return true; }
     void layoutSubviews() override;
-    /** Fills the button with the tint and cuts title and image out of it; a button of another look overrides it without
-        calling this. */
+    /** Fills the button with the tint and cuts title and image out of it; a button of another look overrides
+       it without calling this. */
     void focusDidChange() override;
     void tintColorDidChange() override;
     void drawRect(Canvas& canvas, const Rect& dirty) override;

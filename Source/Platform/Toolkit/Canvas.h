@@ -12,8 +12,8 @@ enum class CompositingMode { SourceOver, DestinationOut };
 
 enum class ColorFilterType { Saturate, Brightness, Contrast };
 
-/** One step of a layer's colour filters: saturation is a factor, brightness is added (1 is white), contrast is a factor
-    around mid grey. */
+/** One step of a layer's colour filters: saturation is a factor, brightness is added (1 is white), contrast
+   is a factor around mid grey. */
 struct ColorFilter {
     ColorFilterType type = ColorFilterType::Saturate;
     double inputAmount = 1;

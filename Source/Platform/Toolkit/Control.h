@@ -13,8 +13,8 @@ namespace ControlEvent {
 inline constexpr unsigned TouchDown = 1, TouchUpInside = 64, TouchUpOutside = 128, TouchCancel = 256;
 }
 
-/** A view that is pressed and tells its targets, which it holds weakly. A knob's press is a touch down and a touch up
-    inside. A disabled control tells nothing. Main thread. */
+/** A view that is pressed and tells its targets, which it holds weakly. A knob's press is a touch down and a
+   touch up inside. A disabled control tells nothing. Main thread. */
 class Control : public View {
 public:
     using Action = std::function<void(const std::shared_ptr<Control>& sender)>;
@@ -25,11 +25,14 @@ public:
     /** The same for an operation of the target: with no argument or with the sender. */
     template <class Target>
     void addTarget(Target* target, void (Target::*operation)(), unsigned events) {
-        addTarget(strong<Object>(target), [target, operation](const auto&) { (target->*operation)(); }, events);
+        addTarget(
+            strong<Object>(target), [target, operation](const auto&) { (target->*operation)(); }, events);
     }
     template <class Target>
-    void addTarget(Target* target, void (Target::*operation)(const std::shared_ptr<Control>&), unsigned events) {
-        addTarget(strong<Object>(target), [target, operation](const auto& s) { (target->*operation)(s); }, events);
+    void addTarget(Target* target, void (Target::*operation)(const std::shared_ptr<Control>&),
+                   unsigned events) {
+        addTarget(
+            strong<Object>(target), [target, operation](const auto& s) { (target->*operation)(s); }, events);
     }
     void removeAllTargets();
     void sendActions(unsigned event);

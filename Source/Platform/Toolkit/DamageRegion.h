@@ -7,8 +7,8 @@
 
 namespace zornic {
 
-/** Parts of a window (points) that must be drawn again before the next frame. Contained parts vanish, near ones join, and
-    too many become the whole. */
+/** Parts of a window (points) that must be drawn again before the next frame. Contained parts vanish, near
+   ones join, and too many become the whole. */
 class DamageRegion {
 public:
     static constexpr std::size_t maxRects = 16;

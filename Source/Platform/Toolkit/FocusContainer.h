@@ -10,8 +10,8 @@ class View;
 class FocusContainer {
 public:
     virtual ~FocusContainer() = default;
-    /** The item that gets focus when it comes in, turning by `direction` (0: by preference): the one that had it last, if
-        it is still there. None when the container is empty. */
+    /** The item that gets focus when it comes in, turning by `direction` (0: by preference): the one that had
+       it last, if it is still there. None when the container is empty. */
     virtual std::shared_ptr<View> focusItemOnEntry(int direction) = 0;
     /** The item after (+1) or before (-1) the focused one, brought on screen; none at the ends. */
     virtual std::shared_ptr<View> focusItemNextTo(View& focused, int direction) = 0;

@@ -71,7 +71,9 @@ struct Rect {
     Rect inset(const EdgeInsets& by) const {
         return {x() + by.left, y() + by.top, width() - by.left - by.right, height() - by.top - by.bottom};
     }
-    Rect inset(double dx, double dy) const { return {x() + dx, y() + dy, width() - 2 * dx, height() - 2 * dy}; }
+    Rect inset(double dx, double dy) const {
+        return {x() + dx, y() + dy, width() - 2 * dx, height() - 2 * dy};
+    }
     friend bool operator==(const Rect&, const Rect&) = default;
 };
 

@@ -13,8 +13,8 @@ class View;
 
 enum class GestureState { Possible, Began, Changed, Ended, Cancelled, Failed };
 
-/** Watches a touch that began in its view. The first recogniser that begins (the innermost asked first) takes the touch
-    from the view that was hit, which gets a cancel, and from the other recognisers. Main thread. */
+/** Watches a touch that began in its view. The first recogniser that begins (the innermost asked first) takes
+   the touch from the view that was hit, which gets a cancel, and from the other recognisers. Main thread. */
 class GestureRecognizer : public Object {
 public:
     GestureState state() const { return _state; }

@@ -14,7 +14,8 @@ namespace zornic {
 
 class Canvas;
 
-/** What an image is drawn from: pixels or a drawing, kept by the host in its own form. Immutable; any thread. */
+/** What an image is drawn from: pixels or a drawing, kept by the host in its own form. Immutable; any thread.
+ */
 class ImageSource {
 public:
     virtual ~ImageSource() = default;
@@ -34,15 +35,16 @@ struct DisplayTraits {
 
 enum class ImageRenderingMode { Automatic = 0, AlwaysOriginal = 1, AlwaysTemplate = 2 };
 
-/** A picture with how it is to be drawn: as it is, tinted as a template, flattened to one colour, stretched by cap
-    insets. A value, cheap to copy; a default-made one is "no image". */
+/** A picture with how it is to be drawn: as it is, tinted as a template, flattened to one colour, stretched
+   by cap insets. A value, cheap to copy; a default-made one is "no image". */
 class Image {
 public:
     Image() = default;
     explicit Image(std::shared_ptr<const ImageSource> source, std::string name = {});
 
     /** The bundle's image called `name`; none when the bundle is none or has no such image. Main thread. */
-    static Image named(const std::string& name, const std::shared_ptr<Bundle>& bundle, const DisplayTraits& traits);
+    static Image named(const std::string& name, const std::shared_ptr<Bundle>& bundle,
+                       const DisplayTraits& traits);
 
     explicit operator bool() const { return _source != nullptr; }
     bool operator!() const { return _source == nullptr; }
@@ -80,10 +82,11 @@ public:
     static ImageLoader* current();
     static void install(std::shared_ptr<ImageLoader> loader);
 
-    /** Reads the drawing or picture in a file. None when it can't be read. Main thread; kept by the loader. */
+    /** Reads the drawing or picture in a file. None when it can't be read. Main thread; kept by the loader.
+     */
     virtual std::shared_ptr<const ImageSource> sourceFromFile(const std::filesystem::path& file) = 0;
-    /** Decodes a picture no larger than it will be shown: it fills `fittingSize` points at `scale`, keeping its shape,
-        never scaled up. None when the bytes are no picture. Any thread. */
+    /** Decodes a picture no larger than it will be shown: it fills `fittingSize` points at `scale`, keeping
+       its shape, never scaled up. None when the bytes are no picture. Any thread. */
     virtual std::shared_ptr<const ImageSource> sourceFromData(const std::string& data, Size fittingSize,
                                                               double scale) = 0;
     /** A picture of `size` points drawn by `draw`; black where nothing is drawn when `opaque`. Any thread. */

@@ -71,9 +71,9 @@ void IndexBar::drawRect(Canvas& canvas, const Rect&) {
         request.text = StyledText(_titles[place.title]);
         request.font = Font::boldSystemFont(11);
         request.maxWidth = bounds().width();
+        request.alignment = TextAlignment::Center;
         const auto layout = TextEngine::current().layout(request);
-        const Size size = layout->size();
-        canvas.drawText(*layout, {bounds().midX() - size.width / 2, middle - size.height / 2}, color);
+        canvas.drawText(*layout, {bounds().x(), middle - layout->size().height / 2}, color);
     }
 }
 

@@ -8,8 +8,8 @@
 
 namespace zornic {
 
-/** The letters at a list's right edge, 28 points wide and to be hit over 44. When there is no room for all titles, some
-    are left out and dots stand for them. Main thread. */
+/** The letters at a list's right edge, 28 points wide and to be hit over 44. When there is no room for all
+   titles, some are left out and dots stand for them. Main thread. */
 class IndexBar : public View {
 public:
     static constexpr double width = 28;

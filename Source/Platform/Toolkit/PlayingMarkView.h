@@ -4,8 +4,8 @@
 
 namespace zornic {
 
-/** Three bars in the tint colour: moving while it plays, still when paused; redrawn at most ten times a second, and only
-    itself. Main thread. */
+/** Three bars in the tint colour: moving while it plays, still when paused; redrawn at most ten times a
+   second, and only itself. Main thread. */
 class PlayingMarkView : public View {
 public:
     PlayingMarkView();

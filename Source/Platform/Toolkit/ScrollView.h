@@ -5,8 +5,8 @@
 
 namespace zornic {
 
-/** Shows a part of content higher than itself; follows the finger, runs on with inertia, springs back from beyond its
-    ends by at most `maximumBounce`. Main thread. */
+/** Shows a part of content higher than itself; follows the finger, runs on with inertia, springs back from
+   beyond its ends by at most `maximumBounce`. Main thread. */
 class ScrollView : public View {
 public:
     explicit ScrollView(const Rect& frame = {});

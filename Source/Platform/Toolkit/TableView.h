@@ -14,12 +14,13 @@ namespace zornic {
 
 enum class TableViewSeparatorStyle { None = 0, SingleLine = 1 };
 
-/** A list of rows of one height in sections. Counts are asked once a reload, cells exist for the rows on view only, places
-    are found by arithmetic: its work does not depend on its length. Main thread. */
+/** A list of rows of one height in sections. Counts are asked once a reload, cells exist for the rows on view
+   only, places are found by arithmetic: its work does not depend on its length. Main thread. */
 class TableView : public ScrollView, public FocusContainer {
 public:
     using CellFactory = std::function<std::shared_ptr<TableViewCell>(const std::string& reuseIdentifier)>;
-    using HeaderFactory = std::function<std::shared_ptr<TableHeaderFooterView>(const std::string& reuseIdentifier)>;
+    using HeaderFactory =
+        std::function<std::shared_ptr<TableHeaderFooterView>(const std::string& reuseIdentifier)>;
 
     explicit TableView(const Rect& frame = {});
     ~TableView() override;
@@ -96,7 +97,7 @@ protected:
 private:
     struct Section {
         std::uint64_t rows = 0;
-        double top = 0;           // of the header
+        double top = 0;  // of the header
         double headerHeight = 0;
     };
     // What there is

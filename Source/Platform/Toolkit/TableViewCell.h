@@ -11,8 +11,9 @@ enum class TableViewCellAccessory { None = 0, DisclosureIndicator = 1, Checkmark
 class PlayingMarkView;
 class TableView;
 
-/** One row on view: a title line over an optional detail line, content of subclasses, an accessory at the right, and the
-    mark of what plays in its place. Cells are reused: whoever fills one sets everything. Main thread. */
+/** One row on view: a title line over an optional detail line, content of subclasses, an accessory at the
+   right, and the mark of what plays in its place. Cells are reused: whoever fills one sets everything. Main
+   thread. */
 class TableViewCell : public View {
 public:
     TableViewCell(TableViewCellStyle style, std::string reuseIdentifier);
@@ -30,7 +31,8 @@ public:
     std::shared_ptr<View> accessoryView() const { return _accessoryView; }
     /** Instead of the accessory type; none: the type's again. */
     void setAccessoryView(std::shared_ptr<View> view);
-    /** Of the line below the row, and of the texts: they begin at its left inset. AutomaticDimension: the table's. */
+    /** Of the line below the row, and of the texts: they begin at its left inset. AutomaticDimension: the
+     * table's. */
     EdgeInsets separatorInset() const { return _separatorInset; }
     void setSeparatorInset(const EdgeInsets& inset);
     int indentationLevel() const { return _indentationLevel; }
@@ -70,8 +72,8 @@ public:
     std::string accessibilityText() const override;
 
 protected:
-    /** Colours of labels and images for the present state: cut out of the tint while focused. Overrides add their own
-        labels. */
+    /** Colours of labels and images for the present state: cut out of the tint while focused. Overrides add
+       their own labels. */
     virtual void updateColors();
     /** Ground to cut texts out of a focused row; none while the row is not focused. */
     std::optional<Color> cutOutColor() const;
@@ -94,7 +96,8 @@ private:
     std::optional<Color> _accessoryFlatColor;  // of its flattened image, while that is cut out
     std::shared_ptr<PlayingMarkView> _playingMark;
     TableViewCellAccessory _accessoryType = TableViewCellAccessory::None;
-    EdgeInsets _separatorInset{AutomaticDimension, AutomaticDimension, AutomaticDimension, AutomaticDimension};
+    EdgeInsets _separatorInset{AutomaticDimension, AutomaticDimension, AutomaticDimension,
+                               AutomaticDimension};
     EdgeInsets _tableSeparatorInset;
     Color _separatorColor;
     bool _separatorShown = false, _selected = false, _highlighted = false;

@@ -5,8 +5,8 @@
 
 namespace zornic {
 
-/** A screen that is a list; the table is its view and asks it everything. Subclasses override the table's questions.
-    Main thread. */
+/** A screen that is a list; the table is its view and asks it everything. Subclasses override the table's
+   questions. Main thread. */
 class TableViewController : public ViewController, public TableViewDataSource, public TableViewDelegate {
 public:
     TableViewController() = default;

@@ -14,8 +14,8 @@ class TableView;
 class TableViewCell;
 class View;
 
-/** Pull model of a list: counts once a reload, cells only for rows that come on screen. No answer may block or walk all
-    rows. Main thread. */
+/** Pull model of a list: counts once a reload, cells only for rows that come on screen. No answer may block
+   or walk all rows. Main thread. */
 class TableViewDataSource {
 public:
     virtual ~TableViewDataSource() = default;
@@ -42,11 +42,16 @@ public:
     virtual ~TableViewDelegate() = default;
     virtual void tableViewDidSelectRowAtIndexPath(TableView&, const IndexPath&) {}
     /** Points; nullopt: the table's section header height. */
-    virtual std::optional<double> tableViewHeightForHeaderInSection(TableView&, std::uint64_t) { return std::nullopt; }
+    virtual std::optional<double> tableViewHeightForHeaderInSection(TableView&, std::uint64_t) {
+        return std::nullopt;
+    }
     /** None: a plain header with the section's title. */
-    virtual std::shared_ptr<View> tableViewViewForHeaderInSection(TableView&, std::uint64_t) { return nullptr; }
+    virtual std::shared_ptr<View> tableViewViewForHeaderInSection(TableView&, std::uint64_t) {
+        return nullptr;
+    }
     /** Whether the knob may move focus from `indexPath` to `next` (a row or something beside the table). */
-    virtual bool tableViewShouldChangeFocusedItemFromRowAtIndexPath(TableView&, const std::shared_ptr<View>& /*next*/,
+    virtual bool tableViewShouldChangeFocusedItemFromRowAtIndexPath(TableView&,
+                                                                    const std::shared_ptr<View>& /*next*/,
                                                                     const IndexPath&) {
         return true;
     }

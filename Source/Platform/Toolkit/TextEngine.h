@@ -12,7 +12,13 @@
 namespace zornic {
 
 enum class TextAlignment { Left = 0, Center = 1, Right = 2, Natural = 4 };
-enum class LineBreakMode { WordWrapping = 0, Clipping = 2, TruncatingHead = 3, TruncatingTail = 4, TruncatingMiddle = 5 };
+enum class LineBreakMode {
+    WordWrapping = 0,
+    Clipping = 2,
+    TruncatingHead = 3,
+    TruncatingTail = 4,
+    TruncatingMiddle = 5
+};
 
 /** Attributes of a run of text; what is unset is the label's. */
 struct TextAttributes {
@@ -58,8 +64,8 @@ struct TextRequest {
     friend bool operator==(const TextRequest&, const TextRequest&) = default;
 };
 
-/** Text laid out in lines, ready to be drawn: at the left of its room, for lines are aligned within `maxWidth` where there
-    is one, within the longest line otherwise. Immutable. */
+/** Text laid out in lines, ready to be drawn: at the left of its room, for lines are aligned within
+   `maxWidth` where there is one, within the longest line otherwise. Immutable. */
 class TextLayout {
 public:
     virtual ~TextLayout() = default;
@@ -84,11 +90,13 @@ struct FontMetrics {
     double ascent = 0, descent = 0, lineHeight = 0, xHeight = 0;  // all positive
 };
 
-/** Measures and lays out text; the host's. Layouts are kept by content, so asking again is cheap. Main thread. */
+/** Measures and lays out text; the host's. Layouts are kept by content, so asking again is cheap. Main
+ * thread. */
 class TextEngine {
 public:
     virtual ~TextEngine() = default;
-    /** The engine in use: the host's, or one of fixed widths (half the size a code point) where none is installed. */
+    /** The engine in use: the host's, or one of fixed widths (half the size a code point) where none is
+     * installed. */
     static TextEngine& current();
     static void install(std::shared_ptr<TextEngine> engine);
 

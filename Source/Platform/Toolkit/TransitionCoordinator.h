@@ -17,7 +17,9 @@ public:
     /** Whether a finger began it. */
     bool initiallyInteractive() const { return _initiallyInteractive; }
     /** Runs once the finger lets go and it is decided how the transition ends. */
-    void notifyWhenInteractionEnds(std::function<void(const Context&)> block) { _blocks.push_back(std::move(block)); }
+    void notifyWhenInteractionEnds(std::function<void(const Context&)> block) {
+        _blocks.push_back(std::move(block));
+    }
     /** The container decides; calls the blocks, once. */
     void interactionEnded(bool cancelled);
 

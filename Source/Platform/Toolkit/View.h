@@ -24,8 +24,8 @@ inline constexpr unsigned AllEdges = 15;
 
 enum class ContentMode { ScaleToFill = 0, AspectFit = 1, AspectFill = 2, Center = 4 };
 
-/** A rectangle of the screen: it draws, holds subviews, takes touches and focus. Main thread. A parent owns its
-    children; `superview` and `window` are plain and cleared in time. */
+/** A rectangle of the screen: it draws, holds subviews, takes touches and focus. Main thread. A parent owns
+   its children; `superview` and `window` are plain and cleared in time. */
 class View : public Object, public LayerOwner {
 public:
     explicit View(const Rect& frame = {});
@@ -42,16 +42,20 @@ public:
     void setAutoresizingMask(unsigned mask) { _autoresizingMask = mask; }
     /** False: constraints place it. */
     bool translatesAutoresizingMaskIntoConstraints() const { return _translatesAutoresizing; }
-    void setTranslatesAutoresizingMaskIntoConstraints(bool translates) { _translatesAutoresizing = translates; }
+    void setTranslatesAutoresizingMaskIntoConstraints(bool translates) {
+        _translatesAutoresizing = translates;
+    }
     void addConstraint(LayoutConstraint constraint);
     void addConstraints(const std::vector<LayoutConstraint>& constraints);
     const std::vector<LayoutConstraint>& constraints() const { return _constraints; }
-    /** Attaches edges (a set, 15: all) of this view to those of `other` (its superview) by constraints on it. */
+    /** Attaches edges (a set, 15: all) of this view to those of `other` (its superview) by constraints on it.
+     */
     void attachEdges(View& other, unsigned edges, const EdgeInsets& insets);
     /** Size that shows everything within `size`; the present size by default. */
     virtual Size sizeThatFits(Size size);
     virtual void sizeToFit();
-    /** Whether `sizeThatFits` knows a size from the content; constraints leave it that size where they name none. */
+    /** Whether `sizeThatFits` knows a size from the content; constraints leave it that size where they name
+     * none. */
     virtual bool hasIntrinsicSize() const { return false; }
     /** From the top and from the bottom edge; the edges themselves for a view without text. */
     virtual double firstBaselineFromTop() { return 0; }
