@@ -1,0 +1,249 @@
+#include <thread>
+
+#include <gtest/gtest.h>
+
+#include "Platform/LibraryKit/ScreenRegistry.h"
+#include "Platform/Media/MediaItem.h"
+#include "Tests/Support/ScreenFixture.h"
+
+namespace zornic {
+namespace {
+
+/** Writes a row's title, and in the second line what the list says of its place. */
+class TitleRows : public BaseCellConfiguration {
+public:
+    void configureCellWithViewControllerEntityAtIndexAnimated(const std::shared_ptr<TableViewCell>& cell,
+                                                              QueryTableViewController&,
+                                                              const std::shared_ptr<MediaEntity>& entity,
+                                                              std::uint64_t index, bool) const override {
+        cell->textLabel()->setText(entity->valueForProperty(MediaItemProperty::Title).asText());
+        cell->detailTextLabel()->setText(std::to_string(index));
+    }
+};
+
+class Action final : public BaseActionCellConfiguration {
+public:
+    explicit Action(std::string name) : _name(std::move(name)) {}
+    std::string reuseIdentifier() const override { return "action"; }
+    void configureCellWithViewControllerEntityAtIndexAnimated(const std::shared_ptr<TableViewCell>& cell,
+                                                              QueryTableViewController&,
+                                                              const std::shared_ptr<MediaEntity>&,
+                                                              std::uint64_t, bool) const override {
+        cell->textLabel()->setText(_name);
+    }
+    void performActionForCellWithViewController(const std::shared_ptr<TableViewCell>& cell,
+                                                QueryTableViewController&) const override {
+        performed.push_back(cell ? cell->textLabel()->text() : "");
+    }
+    mutable std::vector<std::string> performed;
+
+private:
+    const std::string _name;
+};
+
+const TitleRows titleRows;
+
+class List final : public QueryTableViewController {
+public:
+    using QueryTableViewController::QueryTableViewController;
+    std::vector<const BaseActionCellConfiguration*> actionCellConfigurationClasses() const override {
+        return actions;
+    }
+    bool shouldShowActionCellConfiguration(const BaseActionCellConfiguration&) override {
+        return queryDataSource()->count() > 1;
+    }
+    std::vector<const BaseActionCellConfiguration*> actions;
+};
+
+class QueryTableTest : public testing::Test, protected ScreenFixture {
+protected:
+    std::shared_ptr<List> listOf(const std::shared_ptr<MediaQuery>& query) {
+        const auto list = make<List>(make<CompletionQueryDataSource>(query, EntityType::Items), titleRows);
+        list->actions = actions;
+        return list;
+    }
+    /** Texts of the rows on view, from the top. */
+    static std::string rows(List& list) {
+        std::string texts;
+        for (const auto& path : list.tableView()->indexPathsForVisibleRows())
+            texts += list.tableView()->cellForRowAtIndexPath(path)->textLabel()->text() + " ";
+        return texts;
+    }
+
+    std::vector<const BaseActionCellConfiguration*> actions;
+};
+
+TEST_F(QueryTableTest, RowsAreOneSnapshotUntilTheLibraryChanges) {
+    const auto query = addSongs({"A", "B"});
+    const auto list = listOf(query);
+    show(list);
+    EXPECT_EQ(rows(*list), "A B ");
+
+    addSongs({"C"});
+    EXPECT_EQ(list->queryDataSource()->count(), 2U);
+    EXPECT_EQ(query->items()->count(), 3U);
+    std::thread([&] { library->postDidChange(); }).join();
+    EXPECT_EQ(list->queryDataSource()->count(), 2U) << "not on the posting thread";
+    advance(0);
+    EXPECT_EQ(rows(*list), "A B C ");
+    // A list that went meanwhile is not told.
+    auto gone = make<CompletionQueryDataSource>(query, EntityType::Items);
+    library->postDidChange();
+    gone = nullptr;
+    advance(0);
+}
+
+TEST_F(QueryTableTest, ActionsStandInFrontInASectionOfTheirOwn) {
+    const Action shuffle("shuffle"), add("add");
+    actions = {&shuffle, &add};
+    const auto list = listOf(addSongs({"Anna", "Apple", "Berry"}));
+    show(list);
+    EXPECT_EQ(list->numberOfSectionsInTableView(*list->tableView()), 3U);
+    EXPECT_EQ(rows(*list), "shuffle add Anna Apple Berry ");
+    EXPECT_EQ(list->dataSourceIndexForIndexPath({0, 1}), NotFound);
+    EXPECT_EQ(list->dataSourceIndexForIndexPath({1, 1}), 1U);
+    EXPECT_EQ(list->dataSourceIndexForIndexPath({2, 0}), 2U);
+    EXPECT_EQ(list->dataSourceIndexForIndexPath({2, 1}), NotFound);
+    EXPECT_EQ(list->dataSourceIndexForIndexPath({3, 0}), NotFound);
+    EXPECT_EQ(list->indexPathForDataSourceIndex(2), (IndexPath{2, 0}));
+    EXPECT_EQ(list->indexPathForDataSourceIndex(3), IndexPath());
+    EXPECT_EQ(list->tableViewTitleForHeaderInSection(*list->tableView(), 0), std::nullopt);
+    EXPECT_EQ(list->tableViewTitleForHeaderInSection(*list->tableView(), 2), "B");
+
+    tap(*list->tableView()->cellForRowAtIndexPath({0, 1}));
+    tap(*list->tableView()->cellForRowAtIndexPath({1, 1}));
+    EXPECT_EQ(add.performed, std::vector<std::string>{"add"});
+    EXPECT_TRUE(shuffle.performed.empty());
+    EXPECT_TRUE(list->tableView()->indexPathsForSelectedRows().empty()) << "let go at once";
+
+    for (const char* gone : {"Apple", "Berry"})
+        for (std::uint64_t i = 0; i < 3; ++i)
+            if (const auto item = list->queryDataSource()->entityAtIndex(i);
+                item->valueForProperty(MediaItemProperty::Title).asText() == gone)
+                library->removeItem(item->persistentID());
+    library->postDidChange();
+    advance(0);
+    EXPECT_EQ(rows(*list), "Anna ");
+    EXPECT_EQ(list->dataSourceIndexForIndexPath({0, 0}), 0U);
+}
+
+/** A library of very many songs that are made when asked for and fetched from nowhere; some may be gone. */
+class EndlessLibrary final : public MediaLibrary {
+public:
+    static constexpr std::uint64_t count = 100'000;
+
+    bool hasSongs() const override { return true; }
+    std::uint64_t generation() const override { return 1; }
+    std::shared_ptr<MediaItem> itemWithPersistentID(PersistentID, bool) const override { return nullptr; }
+    std::shared_ptr<const MediaQueryResult> evaluate(const MediaQueryDescription&) const override {
+        return std::make_shared<Result>(*this);
+    }
+    Dictionary valuesOfItem(PersistentID, const std::vector<std::string>&) const override { return {}; }
+    std::shared_ptr<const ImageSource> loadArtwork(const std::string&, Size, double) const override {
+        return nullptr;
+    }
+
+    mutable std::uint64_t made = 0;
+    std::optional<std::uint64_t> gone;
+
+private:
+    class Result final : public MediaQueryResult, public MediaEntityList {
+    public:
+        explicit Result(const EndlessLibrary& library) : _library(library) {}
+        std::uint64_t count() const override { return EndlessLibrary::count; }
+        std::shared_ptr<MediaEntity> entityAtIndex(std::uint64_t index) const override {
+            ++_library.made;
+            if (index == _library.gone) return nullptr;
+            return make<MediaItem>(std::weak_ptr<MediaLibrary>(), index + 1,
+                                   Dictionary{{MediaItemProperty::Title, std::to_string(index)}});
+        }
+        std::shared_ptr<const MediaEntityList> items() const override {
+            return std::make_shared<Result>(_library);
+        }
+        std::shared_ptr<const MediaEntityList> collections() const override { return items(); }
+        std::vector<MediaQuerySection> itemSections() const override {
+            std::vector<MediaQuerySection> sections;
+            for (std::uint64_t i = 0; i < 25; ++i)
+                sections.push_back({std::string(1, static_cast<char>('A' + i)), {i * 4000, 4000}});
+            return sections;
+        }
+        std::vector<MediaQuerySection> collectionSections() const override { return {}; }
+        MediaQuerySectionInfo itemSectionInfo() const override { return {}; }
+        MediaQuerySectionInfo collectionSectionInfo() const override { return {}; }
+        double maxAggregate(const std::string&) const override { return 0; }
+        double totalAggregate(const std::string&) const override { return 0; }
+
+    private:
+        const EndlessLibrary& _library;
+    };
+};
+
+TEST_F(QueryTableTest, AHundredThousandRowsCostWhatIsOnView) {
+    const auto endless = make<EndlessLibrary>();
+    const auto list = listOf(make<MediaQuery>(MediaQueryDescription(), endless));
+    const auto cellsBefore = TableView::cellsMade();
+    show(list);
+    const auto onView = list->tableView()->visibleCells().size();
+    ASSERT_GT(onView, 5U);
+    EXPECT_LE(endless->made, onView + 4);
+
+    for (const std::uint64_t index : {99'999, 50'000, 0, 70'123}) {
+        endless->made = 0;
+        list->tableView()->scrollToRowAtIndexPath(list->indexPathForDataSourceIndex(index), true, false);
+        advance(0);
+        EXPECT_NE(rows(*list).find(std::to_string(index)), std::string::npos);
+        EXPECT_LE(endless->made, onView + 4);
+    }
+    EXPECT_LE(TableView::cellsMade() - cellsBefore, onView + 4);
+    endless->made = 0;
+    list->queryDataSource()->invalidate();
+    advance(0);
+    EXPECT_LE(endless->made, onView + 4) << "a reload asks for what is on view";
+}
+
+TEST_F(QueryTableTest, ASongThatIsGoneLeavesAnEmptyRow) {
+    const auto endless = make<EndlessLibrary>();
+    const auto list = listOf(make<MediaQuery>(MediaQueryDescription(), endless));
+    show(list);
+    endless->gone = 2;
+    list->reloadData();  // rows are filled into the cells of a moment ago
+    const auto empty = list->tableView()->cellForRowAtIndexPath({0, 2});
+    ASSERT_TRUE(empty);
+    EXPECT_EQ(empty->textLabel()->text(), "");
+    EXPECT_EQ(empty->detailTextLabel()->text(), "");
+    tap(*empty);
+}
+
+TEST_F(QueryTableTest, AScreenIsMadeAfreshFromItsRecord) {
+    const auto query = addSongs({"A", "B"});
+    ScreenRegistry registry;
+    ScreenAttributes attributes;
+    attributes.configurationClass = &titleRows;
+    bool refuses = false;
+    attributes.dataSourceClass = [&](std::shared_ptr<MediaQuery> wanted, EntityType type) {
+        return refuses ? nullptr : make<CompletionQueryDataSource>(std::move(wanted), type);
+    };
+    attributes.viewControllerClass = [](auto source, const auto& configuration) {
+        return make<List>(std::move(source), configuration);
+    };
+    attributes.entityType = EntityType::Collections;
+    registry.registerIdentifierWithAttributesDefaultQueryCreationHandler("songs", attributes,
+                                                                         [&] { return query->copy(); });
+    registry.registerIdentifierWithAttributesDefaultQueryCreationHandler("detail", attributes, nullptr);
+
+    const auto first = registry.viewControllerForIdentifier("songs"),
+               second = registry.viewControllerForIdentifier("songs");
+    EXPECT_NE(first, second);
+    EXPECT_NE(first->queryDataSource()->query(), second->queryDataSource()->query());
+    EXPECT_EQ(first->identifier(), "songs");
+    EXPECT_EQ(first->queryDataSource()->entityType(), EntityType::Collections);
+    EXPECT_EQ(&first->cellConfiguration(), &titleRows);
+    EXPECT_EQ(registry.viewControllerForIdentifierQuery("detail", query)->queryDataSource()->query(), query);
+    EXPECT_EQ(registry.viewControllerForIdentifier("detail"), nullptr) << "neither a query nor who makes one";
+    EXPECT_EQ(registry.viewControllerForIdentifier("Songs"), nullptr);
+    refuses = true;
+    EXPECT_EQ(registry.viewControllerForIdentifier("songs"), nullptr);
+}
+
+}  // namespace
+}  // namespace zornic

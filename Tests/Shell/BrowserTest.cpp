@@ -1,0 +1,310 @@
+#include <thread>
+
+#include <gtest/gtest.h>
+
+#include "Platform/LibraryKit/QueryTableViewController.h"
+#include "Platform/Toolkit/AlertController.h"
+#include "Tests/Support/FakeServiceProvider.h"
+#include "Tests/Support/ScreenFixture.h"
+#include "Utilities/ViewControllerZornicAdditions.h"
+#include "View Controllers/ZRNBrowserTabs.h"
+#include "View Controllers/ZRNBrowserViewController.h"
+#include "View Controllers/ZRNNowPlayingNavigationController.h"
+#include "View Controllers/ZRN_OLD_TableViewController.h"
+
+namespace zornic {
+namespace {
+
+using Names = std::vector<std::string>;
+using Screens = std::vector<std::shared_ptr<ViewController>>;
+
+class HostTabs final : public TabBarController {
+public:
+    std::optional<Names> textsForKey(const std::string& key) const override {
+        return key == "visibleViewControllerIdentifiers" ? names : std::nullopt;
+    }
+    std::optional<Names> names;
+};
+
+class AlbumList final : public ZRN_OLD_TableViewController {
+public:
+    using ZRN_OLD_TableViewController::ZRN_OLD_TableViewController;
+    std::shared_ptr<TableViewCell> tableViewCellForRowAtIndexPath(TableView& table,
+                                                                  const IndexPath& path) override {
+        return dequeueReusableHelmoCellForTableViewIndexPath(table, path);
+    }
+};
+
+class RadioAlert final : public RadioAlertView {
+public:
+    std::string title() const override { return "Radio"; }
+    std::string message() const override { return "No stations"; }
+    void dismiss(int buttonIndex, bool animated) override {
+        dismissals.emplace_back(buttonIndex, animated);
+        if (const auto told = delegate.lock()) told->didDismissAlertView(strong(this));
+    }
+    std::weak_ptr<RadioAlertViewDelegate> delegate;
+    std::vector<std::pair<int, bool>> dismissals;
+};
+
+class BrowserTest : public testing::Test, protected ScreenFixture {
+protected:
+    BrowserTest() { ZRN_registerViewControllerIdentifiers(); }
+
+    void open(const std::shared_ptr<TabBarController>& host = nullptr) {
+        browser = make<ZRNBrowserViewController>(host);
+        show(browser);
+    }
+    const Screens& tabs() const { return browser->tabs()->viewControllers(); }
+    Names tabIdentifiers() const {
+        Names names;
+        for (const auto& tab : tabs()) names.push_back(tab->identifier());
+        return names;
+    }
+    std::shared_ptr<QueryTableViewController> songs() const {
+        for (const auto& tab : tabs())
+            if (tab->identifier() == ZRNSongsViewControllerIdentifier)
+                return std::dynamic_pointer_cast<QueryTableViewController>(tab);
+        return nullptr;
+    }
+    static bool showsNoContent(const std::shared_ptr<ViewController>& tab) {
+        return std::ranges::any_of(tab->view()->subviews(), [](const auto& view) {
+            return std::dynamic_pointer_cast<ZRNNoContentView>(view) != nullptr;
+        });
+    }
+    void postTabOrder(const std::shared_ptr<Object>& sender) {
+        NotificationCenter::defaultCenter().post(
+            MusicTabBarControllerDidChangeOrderedViewControllerIdentifiersNotification, sender);
+    }
+    void libraryDidChange() {
+        std::thread([&] { library->postDidChange(); }).join();
+        advance(1);
+    }
+    bool showsNowPlaying() const {
+        return std::dynamic_pointer_cast<ZRNNowPlayingNavigationController>(
+                   browser->presentedViewController()) != nullptr;
+    }
+
+    std::shared_ptr<ZRNBrowserViewController> browser;
+};
+
+TEST_F(BrowserTest, WithoutAHostsTabsItHasItsOwn) {
+    addSongs({"A"});
+    open();
+    EXPECT_TRUE(browser->isNavigationBarHidden());
+    ASSERT_TRUE(songs());
+    EXPECT_EQ(songs()->title(), "Songs");
+    EXPECT_EQ(songs()->tabBarItem()->title, "Songs");
+    // In the order of the list, though not every category can be shown at all times.
+    const auto& all = ZRNDefaultTabIdentifiers();
+    auto from = all.begin();
+    for (const auto& identifier : tabIdentifiers()) {
+        from = std::find(from, all.end(), identifier);
+        ASSERT_NE(from, all.end()) << identifier;
+    }
+    EXPECT_EQ(browser->_createViewControllerForIdentifier("songs"), nullptr) << "a host's name";
+    EXPECT_EQ(browser->_createViewControllerForIdentifier(ZRNAlbumsDetailViewControllerIdentifier), nullptr);
+}
+
+TEST_F(BrowserTest, TabsFollowTheHosts) {
+    addSongs({"A"});
+    auto host = make<HostTabs>();
+    host->names = Names{"podcasts", "songs", "shared", "playlistsongs", "sonvaleu", "songs"};
+    open(host);
+    EXPECT_EQ(tabIdentifiers(), Names(3, ZRNSongsViewControllerIdentifier));
+    EXPECT_NE(tabs()[0], tabs()[1]);
+    browser->tabBarControllerDidSelectViewController(*browser->tabs(), tabs()[0]);
+    EXPECT_EQ(browser->tabs()->title(), "Songs");
+
+    host->names = Names{"songs"};
+    postTabOrder(make<HostTabs>());
+    EXPECT_EQ(tabs().size(), 3U) << "another container's order";
+    const auto before = tabs()[0];
+    postTabOrder(host);
+    ASSERT_EQ(tabs().size(), 1U);
+    EXPECT_NE(tabs()[0], before) << "made anew";
+    const auto first = tabs()[0];
+    NotificationCenter::defaultCenter().post(RadioOptInDidChangeNotification, nullptr);
+    EXPECT_NE(tabs()[0], first);
+
+    host->names.reset();
+    postTabOrder(host);
+    EXPECT_TRUE(tabs().empty()) << "no list is an empty one";
+    advance(0);
+    host = nullptr;
+    NotificationCenter::defaultCenter().post(RadioOptInDidChangeNotification, nullptr);
+    EXPECT_TRUE(songs()) << "its own once the host has gone";
+}
+
+TEST_F(BrowserTest, EmptyCategoriesSaySoUntilThereAreSongs) {
+    open();
+    EXPECT_FALSE(browser->libraryHasSongs());
+    auto empty = songs();
+    ASSERT_TRUE(showsNoContent(empty));
+    EXPECT_EQ(browser->noContentViewForScreen(empty)->titleLabel()->text(), "No music yet");
+    EXPECT_EQ(browser->noContentViewForScreen(empty)->frame(), empty->view()->bounds());
+
+    addSongs({"A"});
+    libraryDidChange();
+    EXPECT_TRUE(browser->libraryHasSongs());
+    EXPECT_NE(songs(), empty);
+    EXPECT_FALSE(showsNoContent(songs()));
+    const std::weak_ptr<ViewController> gone = empty;
+    empty = nullptr;
+    EXPECT_TRUE(gone.expired());
+
+    const auto full = songs();
+    addSongs({"B"});
+    libraryDidChange();
+    EXPECT_EQ(songs(), full) << "still has songs: no need for other tabs";
+    EXPECT_EQ(full->queryDataSource()->count(), 2U);
+}
+
+TEST_F(BrowserTest, WithoutForceScreensAreUsedAgainAndStandTwice) {
+    open();
+    const auto list = songs();
+    EXPECT_TRUE(showsNoContent(list));
+    addSongs({"A"});
+    list->queryDataSource()->invalidate();
+    browser->reloadWithTabsForceReload({"unknown", ZRNSongsViewControllerIdentifier}, false);
+    EXPECT_EQ(tabs(), Screens(2, list));
+    EXPECT_FALSE(showsNoContent(list));
+    advance(0);
+    EXPECT_TRUE(list->tableView()->cellForRowAtIndexPath({0, 0}));
+    browser->reloadWithTabsForceReload({ZRNSongsViewControllerIdentifier}, true);
+    EXPECT_EQ(tabs().size(), 1U);
+    EXPECT_NE(tabs()[0], list);
+}
+
+TEST_F(BrowserTest, TheButtonStandsBesideTheTabsWhileSomethingIsLoaded) {
+    const auto query = addSongs({"A"});
+    browser = make<ZRNBrowserViewController>(nullptr);
+    browser->setPlayer(player);
+    play(query);
+    EXPECT_EQ(browser->tabs()->accessoryView(), nullptr) << "not before it is on view";
+    show(browser);
+    EXPECT_EQ(browser->tabs()->accessoryView(), browser->nowPlayingButton());
+    player->stop();
+    advance(0);
+    EXPECT_EQ(browser->tabs()->accessoryView(), nullptr);
+    play(query);
+    EXPECT_EQ(browser->tabs()->accessoryView(), browser->nowPlayingButton());
+
+    tap(*browser->nowPlayingButton());
+    EXPECT_TRUE(showsNowPlaying());
+    const auto presented = browser->presentedViewController();
+    browser->pushNowPlaying(true);
+    EXPECT_EQ(browser->presentedViewController(), presented) << "one at a time";
+    const auto other = make<AVController>(make<ClockedPlaybackEngine>());
+    browser->setPlayer(other);
+    player->stop();
+    advance(0);
+    EXPECT_NE(browser->tabs()->accessoryView(), nullptr) << "the former player is not followed any more";
+}
+
+TEST_F(BrowserTest, WhatPlaysIsShownOnceThereIsEverythingItNeeds) {
+    const auto query = addSongs({"A"});
+    auto provider = make<FakeServiceProvider>();
+    open();
+    browser->setServiceProvider(provider);
+    browser->setPlayer(player);
+    EXPECT_FALSE(showsNowPlaying()) << "nothing plays";
+    play(query);
+    EXPECT_FALSE(showsNowPlaying()) << "playing alone does not take the display";
+    browser->setPlayer(nullptr);
+    browser->setPlayer(player);
+    EXPECT_TRUE(showsNowPlaying());
+    EXPECT_EQ(browser->presentedViewController()->lastPresentationTransition(), PresentationTransition::None);
+    browser->dismissViewController(false);
+
+    const auto before = tabs();
+    browser->setServiceProvider(provider);
+    EXPECT_FALSE(showsNowPlaying()) << "nothing new";
+    EXPECT_EQ(tabs(), before);
+    provider = nullptr;
+    EXPECT_EQ(browser->serviceProvider(), nullptr) << "held weakly";
+    browser->pushNowPlaying(true);
+    EXPECT_FALSE(showsNowPlaying());
+    const auto next = make<FakeServiceProvider>();
+    browser->setServiceProvider(next);
+    EXPECT_TRUE(showsNowPlaying());
+    EXPECT_NE(tabs(), before);
+}
+
+TEST_F(BrowserTest, PushedListsThatBecameEmptyArePopped) {
+    const auto ofArtist = [&](const std::string& artist) {
+        const auto query = MediaQuery::albumsQuery();
+        query->addFilterPredicate(MediaPredicate::property(MediaItemProperty::Artist, artist));
+        return make<AlbumList>(query, player, nullptr);
+    };
+    library->addSong("A", "Anna", "One");
+    const auto cleos = library->addSong("B", "Cleo", "Two");
+    open();
+    const auto anna = ofArtist("Anna"), cleo = ofArtist("Cleo");
+    const Screens pushed = {anna, make<ViewController>(), cleo, make<ViewController>()};
+    for (const auto& next : pushed) browser->pushViewController(next, false);
+    advance(0);
+
+    library->addSong("C", "Anna", "Three");
+    libraryDidChange();
+    EXPECT_EQ(browser->topViewController(), pushed.back());
+    EXPECT_EQ(anna->tableView()->numberOfRowsInSection(0), 2U) << "lists below follow";
+    library->removeItem(cleos);
+    libraryDidChange();
+    EXPECT_EQ(browser->topViewController(), pushed[1]) << "the list and all above it";
+    EXPECT_TRUE(pushed[1]->hasAppeared());
+}
+
+TEST_F(BrowserTest, RadioAlertsAreMirrored) {
+    open();
+    const auto radio = make<RadioAlert>();
+    radio->delegate = weak<RadioAlertViewDelegate>(browser.get());
+    const auto mirror = [&] {
+        browser->willPresentAlertView(radio);
+        advance(1);
+        return std::dynamic_pointer_cast<AlertController>(browser->presentedViewController());
+    };
+    auto alert = mirror();
+    ASSERT_TRUE(alert);
+    EXPECT_EQ(alert->title(), "Radio");
+    EXPECT_EQ(alert->message(), "No stations");
+    ASSERT_EQ(alert->actions().size(), 1U);
+    EXPECT_EQ(alert->actions()[0]->style(), AlertActionStyle::Cancel);
+    alert->choose(alert->actions()[0]);
+    advance(1);
+    EXPECT_EQ(radio->dismissals, (std::vector<std::pair<int, bool>>{{-1, true}}));
+    EXPECT_EQ(browser->presentedViewController(), nullptr);
+
+    ASSERT_TRUE(mirror());
+    browser->didDismissAlertView(radio);
+    advance(1);
+    EXPECT_EQ(browser->presentedViewController(), nullptr);
+    EXPECT_EQ(radio->dismissals.size(), 1U);
+
+    browser->ZRN_pushNowPlayingViewControllerAnimated(true);
+    advance(1);
+    browser->didDismissAlertView(radio);
+    advance(1);
+    EXPECT_TRUE(showsNowPlaying()) << "no alert was mirrored, so nothing goes";
+}
+
+TEST_F(BrowserTest, ABrowserThatGoesLeavesNothingBehind) {
+    addSongs({"A"});
+    open();
+    browser->setPlayer(player);
+    const auto container = browser->tabs();
+    library->postDidChange();
+    window->setRootViewController(nullptr);
+    const std::weak_ptr<ViewController> gone = browser;
+    browser = nullptr;
+    EXPECT_FALSE(gone.expired()) << "the change on its way keeps it";
+    advance(0);
+    EXPECT_TRUE(gone.expired());
+    library->postDidChange();
+    NotificationCenter::defaultCenter().post(RadioOptInDidChangeNotification, nullptr);
+    play(MediaQuery::songsQuery());
+    advance(0);
+}
+
+}  // namespace
+}  // namespace zornic
