@@ -241,7 +241,21 @@ void ZRNBrowserViewController::_mediaLibraryDidChange(const Notification&) {
     mainQueue().async([self = strong(this)] {
         if (defaultLibraryHasSongs() != self->_libraryHasSongs) self->_reloadHostTabs();
         self->refreshNavigationPath();
+        // The lists' own answers to the change are queued behind this one.
+        mainQueue().async([weakSelf = weak(self.get())] {
+            if (const auto living = weakSelf.lock()) living->refreshNoContentViews();
+        });
     });
+}
+
+/** A category that filled or emptied since its tab was made. */
+void ZRNBrowserViewController::refreshNoContentViews() {
+    for (const auto& screen : _tabBarController->viewControllers()) {
+        const bool isLaid = _noContentViews.get(screen) != nullptr;
+        const bool staysEmpty =
+            screen->identifier() == ZRNPlaylistsViewControllerIdentifier && !_libraryHasSongs;
+        if (!staysEmpty && isLaid != isEmptyList(screen)) updateNoContentView(screen, false);
+    }
 }
 
 void ZRNBrowserViewController::willPresentAlertView(const std::shared_ptr<RadioAlertView>& alertView) {

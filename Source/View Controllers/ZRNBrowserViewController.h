@@ -83,6 +83,7 @@ private:
     std::shared_ptr<ViewController> reusableScreen(const std::vector<std::shared_ptr<ViewController>>& screens,
                                                    const std::string& identifier) const;
     void updateNoContentView(const std::shared_ptr<ViewController>& screen, bool forceEmpty);
+    void refreshNoContentViews();
     void layNoContentView(const std::shared_ptr<ViewController>& screen);
     void updateMoreTab();
     void presentNewNowPlaying(int transition);

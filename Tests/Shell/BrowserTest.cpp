@@ -160,6 +160,23 @@ TEST_F(BrowserTest, EmptyCategoriesSaySoUntilThereAreSongs) {
     EXPECT_EQ(full->queryDataSource()->count(), 2U);
 }
 
+TEST_F(BrowserTest, ACategoryThatFillsOrEmptiesLaterSaysSoToo) {
+    library->addItem(
+        {{MediaItemProperty::Title, "Chapter 1"}, {MediaItemProperty::MediaType, MediaType::Audiobook}});
+    open();
+    const auto list = songs();
+    ASSERT_TRUE(showsNoContent(list)) << "a library with books alone has no songs to list";
+
+    addSongs({"A"});
+    libraryDidChange();
+    EXPECT_EQ(songs(), list);
+    EXPECT_FALSE(showsNoContent(list));
+
+    library->removeItem(MediaQuery::songsQuery()->items()->entityAtIndex(0)->persistentID());
+    libraryDidChange();
+    EXPECT_TRUE(showsNoContent(list));
+}
+
 TEST_F(BrowserTest, WithoutForceScreensAreUsedAgainAndStandTwice) {
     open();
     const auto list = songs();

@@ -158,9 +158,7 @@ void FakeMediaLibrary::postDidChange() {
 
 bool FakeMediaLibrary::hasSongs() const {
     std::lock_guard lock(_mutex);
-    return std::ranges::any_of(_store.items, [](const auto& entry) {
-        return (valueForKey(entry.second, MediaItemProperty::MediaType).asInteger() & MediaType::Music) != 0;
-    });
+    return !_store.items.empty();
 }
 
 std::shared_ptr<MediaItem> FakeMediaLibrary::itemWithPersistentID(PersistentID persistentID,
