@@ -132,6 +132,7 @@ std::shared_ptr<TableView> frontList(Window& window) {
 }
 
 std::shared_ptr<View> visibleViewShowing(Window& window, const std::string& text) {
+    if (text.empty()) return nullptr;
     std::vector<std::shared_ptr<View>> found;
     for (const auto& subview : window.subviews()) collectShowing(subview, text, found);
     std::erase_if(found, [&](const auto& view) { return !canBeTouched(window, *view); });

@@ -18,11 +18,13 @@ constexpr Duration backgroundLimit = std::chrono::seconds(120);
 
 void TimeDriver::runWork() {
     auto& loop = _target.runLoop();
+    const auto isDue = [&] { return loop.nextDue() && *loop.nextDue() <= loop.now(); };
     for (;;) {
-        while (loop.nextDue() && *loop.nextDue() <= loop.now()) loop.runDue();
-        if (BackgroundWork::isIdle()) return;
+        while (isDue()) loop.runDue();
+        // In this order: work that ends in between has queued its result before it counted as ended.
+        if (BackgroundWork::isIdle() && !isDue()) return;
         BackgroundWork::waitUntilIdle(backgroundLimit);
-        if (!loop.nextDue() || *loop.nextDue() > loop.now()) return;
+        if (!isDue()) return;
     }
 }
 

@@ -20,11 +20,13 @@ constexpr auto frameInterval = std::chrono::microseconds(16667);
 /** How often input is looked at where the video driver can't wake the program. */
 constexpr auto pollInterval = std::chrono::milliseconds(8);
 
-/** Desktops can be waited for; a bare display's input devices have to be asked. */
-bool driverCanSleep() {
+bool driverIs(std::string_view name) {
     const char* const driver = SDL_GetCurrentVideoDriver();
-    return driver && (std::string_view(driver) == "x11" || std::string_view(driver) == "wayland");
+    return driver && driver == name;
 }
+
+/** Desktops can be waited for; a bare display's input devices have to be asked. */
+bool driverCanSleep() { return driverIs("x11") || driverIs("wayland"); }
 
 using PixelBuffer = std::unique_ptr<SDL_Surface, decltype(&SDL_FreeSurface)>;
 
@@ -55,7 +57,11 @@ std::string SdlDisplay::open() {
     if (SDL_InitSubSystem(SDL_INIT_VIDEO) != 0)
         return std::string("No display can be used: ") + SDL_GetError() + ".";
     _isOpen = true;
+    if (driverIs("offscreen") && !SDL_GetHint(SDL_HINT_VIDEODRIVER))
+        return "No display can be used: there is neither a desktop nor a screen to draw on.";
     _canSleep = driverCanSleep();
+    // X11 takes the drawn rectangles as they are; by way of a texture the whole window goes over each frame.
+    if (driverIs("x11")) SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
     const int width = _surface.pixels().width(), height = _surface.pixels().height();
     const Uint32 flags = _options.isFullscreen ? SDL_WINDOW_FULLSCREEN_DESKTOP : SDL_WINDOW_RESIZABLE;
     _screen = SDL_CreateWindow("helmo", SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED, width, height, flags);

@@ -11,6 +11,8 @@ namespace zornic {
 namespace {
 
 constexpr double labelWidth = 52, fontSize = 12, trackHeight = 2.5, indicatorWidth = 1.5;
+/** Ten hours of a book still fit. */
+constexpr double smallestTime = 0.75;
 /** Nothing lasts longer, and every whole number up to it is exact. */
 constexpr double longestTime = 9007199254740992.0;
 
@@ -39,6 +41,8 @@ std::shared_ptr<Label> ZRNProgressView::addLabel() {
     label->setFont(Font::systemFont(fontSize));
     label->setTextColor(Color::whiteColor());
     label->setTextAlignment(TextAlignment::Center);
+    label->setAdjustsFontSizeToFitWidth(true);
+    label->setMinimumScaleFactor(smallestTime);
     addSubview(label);
     return label;
 }
