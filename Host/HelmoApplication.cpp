@@ -11,6 +11,7 @@
 #include "Host/Resources.h"
 #include "Host/Settings/IcuLocaleServices.h"
 #include "Host/Settings/XdgPaths.h"
+#include "Platform/Foundation/DispatchQueue.h"
 #include "Utilities/ZRNShared.h"
 
 namespace helmo {
@@ -20,6 +21,8 @@ using namespace zornic;
 namespace {
 
 constexpr int failure = 1;
+/** Real time that the first scan may take before automation answers nevertheless. */
+constexpr Duration scanLimit = std::chrono::minutes(10);
 
 /** What the silent engine of virtual time asks of a song: that it is there. */
 std::string whyNotPlayable(const std::string& location) {
@@ -133,6 +136,8 @@ int HelmoApplication::runHeadless() {
     _surface = std::make_unique<DisplaySurface>(size, wanted.scale);
     _screen = make<Screen>(size, wanted.scale);
     makePlayer();
+    // Nothing may depend on how far the scan has come when the first screen is made.
+    if (isVirtual()) BackgroundWork::waitUntilIdle(scanLimit);
     makeScreens();
     return AutomationServer(*this, stdin, stdout).run();
 }

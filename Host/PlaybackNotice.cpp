@@ -25,20 +25,28 @@ PlaybackNotice::PlaybackNotice(const Object* player, std::weak_ptr<Window> windo
 void PlaybackNotice::didMake() {
     Object::didMake();
     _observation = NotificationCenter::defaultCenter().observe(
-        AVControllerItemFailedNotification, _player, [this](const Notification& failure) { show(failure); });
+        AVControllerItemFailedNotification, _player, [this](const Notification& failure) { note(failure); });
 }
 
-void PlaybackNotice::show(const Notification& failure) {
+void PlaybackNotice::note(const Notification& failure) {
     logLine("not played: " + valueForKey(failure.userInfo, "reason").asText());
+    const auto item = std::dynamic_pointer_cast<AVItem>(valueForKey(failure.userInfo, "item").asObject());
+    if (_failures++ == 0) _firstTitle = item ? item->mainTitle() : std::string();
+    if (!_alert) _timeout = RunLoop::main().after(toDuration(patience), [this] { show(); });
+}
+
+std::string PlaybackNotice::message() const {
+    if (_failures == 1) return formatted(platformText("PLAYBACK_FAILED_MESSAGE"), {_firstTitle});
+    return formatted(platformText("PLAYBACK_FAILED_MANY_MESSAGE"), {_failures});
+}
+
+void PlaybackNotice::show() {
     const auto window = _window.lock();
     const auto top = window ? window->topPresentedViewController() : nullptr;
-    // One message at a time: several broken songs in a row are not several alerts.
-    if (_alert || !top) return;
-    const auto item = std::dynamic_pointer_cast<AVItem>(valueForKey(failure.userInfo, "item").asObject());
-    const std::string title = item ? item->mainTitle() : std::string();
-    _alert = make<AlertController>(platformText("PLAYBACK_FAILED_TITLE"),
-                                   formatted(platformText("PLAYBACK_FAILED_MESSAGE"), {title}),
-                                   AlertControllerStyle::Alert);
+    if (!top) return;
+    _alert =
+        make<AlertController>(platformText("PLAYBACK_FAILED_TITLE"), message(), AlertControllerStyle::Alert);
+    _failures = 0;
     _alert->addAction(
         make<AlertAction>(platformText("OK"), AlertActionStyle::Cancel, [weakSelf = weak(this)] {
             if (const auto self = weakSelf.lock()) {
@@ -54,6 +62,7 @@ void PlaybackNotice::hide() {
     const auto alert = std::exchange(_alert, nullptr);
     if (!alert) return;
     if (const auto presenter = alert->presentingViewController()) presenter->dismissViewController(true);
+    if (_failures > 0) _timeout = RunLoop::main().after(toDuration(patience), [this] { show(); });
 }
 
 }  // namespace helmo

@@ -130,11 +130,17 @@ std::shared_ptr<View> ZRNMusicNowPlayingViewController::preferredFocusedItem() {
     return transport ? transport->playPauseButton() : nullptr;
 }
 
+void ZRNMusicNowPlayingViewController::viewWillAppear(bool animated) {
+    ViewController::viewWillAppear(animated);
+    _cameWithItem = currentItem() != nullptr;
+}
+
 void ZRNMusicNowPlayingViewController::viewDidAppear(bool animated) {
     ViewController::viewDidAppear(animated);
     observePlayer();
     updateTrackInformation();
     _playbackStateChanged({});
+    if (_cameWithItem && !currentItem()) dismiss();  // it ended while the screen was on its way
 }
 
 void ZRNMusicNowPlayingViewController::viewWillDisappear(bool animated) {

@@ -64,6 +64,7 @@ public:
     std::shared_ptr<View> preferredFocusedItem() override;
     void loadView() override;
     void viewDidLoad() override;
+    void viewWillAppear(bool animated) override;
     void viewDidAppear(bool animated) override;
     void viewWillDisappear(bool animated) override;
 
@@ -123,6 +124,8 @@ private:
     Image _nowPlayingAlbumArt;
     std::shared_ptr<Label> _rightTitleLabel;
     bool _isExplicitTrack = false;
+    /** Something was loaded when it last began to appear. */
+    bool _cameWithItem = false;
     /** Only while playing. */
     Token _updateTimer;
     std::int32_t _viewMode = libraryMode;

@@ -127,6 +127,7 @@ TEST_F(ListeningTest, SongWhoseFileIsGoneIsSkippedAndTheDriverIsTold) {
     tap("Songs");
     ASSERT_TRUE(std::filesystem::remove(_music / "break.wav"));
     tap("The Breakwater");
+    advance(2);
     EXPECT_TRUE(isOnDisplay("Song skipped"));
     EXPECT_TRUE(isOnDisplay("“The Breakwater” can’t be played."));
     EXPECT_EQ(player()["item"]["title"], "Café an der Brücke");
@@ -134,6 +135,20 @@ TEST_F(ListeningTest, SongWhoseFileIsGoneIsSkippedAndTheDriverIsTold) {
     advance(6);
     EXPECT_FALSE(isOnDisplay("Song skipped")) << "the notice goes by itself";
     expectNowPlaying("Café an der Brücke", "Jörg Übel", "Größenwahn");
+}
+
+TEST_F(ListeningTest, WithoutAnyFileLeftTheDriverIsBackAtTheListAndTold) {
+    start();
+    tap("Songs");
+    std::filesystem::remove_all(_music);
+    tap("The Breakwater");
+    advance(2);
+    EXPECT_TRUE(player()["item"].is_null());
+    const auto told =
+        nodes([](const Json& node) { return node.value("text", "").ends_with(" songs can’t be played."); });
+    EXPECT_FALSE(told.empty()) << "one word for all of them";
+    advance(6);
+    EXPECT_EQ(frontScreen(), songsScreen);
 }
 
 }  // namespace

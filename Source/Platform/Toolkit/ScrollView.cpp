@@ -14,6 +14,7 @@ constexpr double decayTime = 0.325;    // seconds in which inertia loses all but
 constexpr double slowestThrow = 60;    // points a second
 constexpr double fastestThrow = 8000;  // points a second
 constexpr double arrived = 0.5;        // points
+constexpr double nearRest = 6;         // points to go: it looks still, and a tap means what is under it
 constexpr Seconds springTime{0.2}, scrollTime{0.25};
 constexpr auto indicatorTime = 800ms;
 constexpr double indicatorWidth = 3, indicatorMargin = 3, shortestIndicator = 24;
@@ -96,7 +97,7 @@ void ScrollView::didMoveToWindow() {
 
 std::shared_ptr<View> ScrollView::hitTest(Point point) {
     auto hit = View::hitTest(point);
-    return hit && isDecelerating() ? strong<View>(this) : hit;
+    return hit && isDecelerating() && !_isNearRest ? strong<View>(this) : hit;
 }
 
 void ScrollView::touchBegan(const Touch&) { _motion.reset(); }
@@ -164,10 +165,12 @@ void ScrollView::startInertia(double velocity) {
     // Speed is adjusted a little so that it runs out where the content is to rest. A throw beyond an end
     // keeps its speed and bounces there.
     if (end == clamped(end)) end = clamped(alignedOffset(end));
+    _isNearRest = false;
     _motion = RunLoop::main().onFrame([this, start, end, begin = RunLoop::main().now()](TimePoint now) {
         const auto self = strong<ScrollView>(this);
         const double elapsed = Seconds(now - begin).count();
         const double offset = end + (start - end) * std::exp(-elapsed / decayTime);
+        _isNearRest = std::abs(end - offset) < nearRest;
         const double beyond = std::abs(offset - clamped(offset));
         const bool done = std::abs(end - offset) < arrived || beyond >= maximumBounce();
         moveTo(rubberBanded(done && beyond == 0 ? end : offset));
@@ -177,6 +180,7 @@ void ScrollView::startInertia(double velocity) {
 
 void ScrollView::glideTo(double offset, Seconds duration) {
     const double start = contentOffset().y;
+    _isNearRest = false;
     _motion = animate(
         duration, easeOut,
         [this, start, offset](double progress) { moveTo(start + (offset - start) * progress); },

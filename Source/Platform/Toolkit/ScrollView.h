@@ -62,7 +62,8 @@ private:
     void placeIndicator();
 
     Size _contentSize;
-    bool _scrollEnabled = true, _dragging = false, _showsVertical = true, _showsHorizontal = true;
+    bool _scrollEnabled = true, _dragging = false, _isNearRest = false;
+    bool _showsVertical = true, _showsHorizontal = true;
     std::shared_ptr<PanGestureRecognizer> _pan;
     std::shared_ptr<View> _indicator;
     double _offsetAtStart = 0;
