@@ -8,7 +8,9 @@
 
 namespace helmo {
 
-double millisecondsSinceProcessStart() {
+namespace {
+
+double processAge() {
     std::ifstream file("/proc/self/stat");
     std::string stat((std::istreambuf_iterator<char>(file)), {});
     const auto name = stat.rfind(')');
@@ -24,5 +26,13 @@ double millisecondsSinceProcessStart() {
     const double start = ticks / static_cast<double>(sysconf(_SC_CLK_TCK));
     return (static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) / 1e9 - start) * 1000;
 }
+
+/** A shell that became helmo by exec has an age of its own, which is no part of helmo's start. */
+constexpr double oldestLoad = 5000;
+const double ageAtLoad = processAge();
+
+}  // namespace
+
+double millisecondsSinceProcessStart() { return processAge() - (ageAtLoad > oldestLoad ? ageAtLoad : 0); }
 
 }  // namespace helmo

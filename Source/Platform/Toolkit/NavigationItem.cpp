@@ -5,7 +5,7 @@ namespace zornic {
 namespace {
 
 template <class Value>
-void update(Value& field, Value value, const std::function<void()>& didChange) {
+void update(Value& field, Value&& value, const std::function<void()>& didChange) {
     if (value == field) return;
     field = std::move(value);
     if (const auto tell = didChange) tell();
