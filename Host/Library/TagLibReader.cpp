@@ -44,6 +44,12 @@ public:
         return 0;
     }
     bool isSet(const char* name) const { return firstNumber(first(name)) == 1; }
+    /** Programs put a word of their own before some names. */
+    bool isSetWithAnyPrefix(const char* ending) const {
+        for (const auto& [name, values] : _map)
+            if (name.to8Bit(true).ends_with(ending) && isSet(name.toCString(true))) return true;
+        return false;
+    }
 
 private:
     const TagLib::PropertyMap& _map;
@@ -74,7 +80,7 @@ void readNumbers(const Properties& properties, TrackTags& tags) {
     tags.releaseDate = parsedDate(date);
     tags.year = tags.releaseDate ? firstNumber(date.substr(0, 4)) : 0;
     tags.isCompilation = properties.isSet("COMPILATION");
-    tags.isExplicit = properties.isSet("ITUNESADVISORY");
+    tags.isExplicit = properties.isSetWithAnyPrefix("ADVISORY");
 }
 
 std::int64_t mediaTypeOfGenre(const std::string& genre) {

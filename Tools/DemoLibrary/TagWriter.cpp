@@ -120,7 +120,7 @@ void TagWriter::write(const Album& album, std::size_t index, const Bytes& pictur
         if (isExplicit) mp4->tag()->setItem("rtng", TagLib::MP4::Item(static_cast<unsigned char>(1)));
         if (album.isAudiobook) mp4->tag()->setItem("stik", TagLib::MP4::Item(audiobook));
     } else {
-        if (isExplicit) map["ITUNESADVISORY"] = text("1");
+        if (isExplicit) map["ADVISORY"] = text("1");
         file.setProperties(map);
     }
     if (!picture.empty()) embedPicture(file, picture);
