@@ -135,7 +135,8 @@ TEST_F(LibraryScanTest, ReadsTagsOfEveryKindOfFileAndTakesFilesWithoutAny) {
                       {"DATE", "2004-05-17"},
                       {"COMPOSER", "Bach"},
                       {"GENRE", "Jazz"},
-                      {"COMPILATION", "1"}});
+                      {"COMPILATION", "1"},
+                      {"STOREADVISORY", "1"}});
     tagged<TagLib::FLAC::File>("flac.flac", flac(),
                                {{"TITLE", "Flac"}, {"ARTIST", "The Bees"}, {"ARTISTSORT", "Aaa"}});
     tagged<TagLib::MPEG::File>("mpeg.mp3", mpeg(),
@@ -149,6 +150,8 @@ TEST_F(LibraryScanTest, ReadsTagsOfEveryKindOfFileAndTakesFilesWithoutAny) {
 
     EXPECT_EQ(titles(*query()), (Texts{"Book", "broken", "Flac", "Mp 3", "Plain", "Wave"}));
     const auto wave = named("Wave");
+    EXPECT_TRUE(named("Wave")->isExplicit());
+    EXPECT_FALSE(named("Flac")->isExplicit());
     EXPECT_EQ(wave->artist() + wave->albumTitle() + wave->composer() + wave->genre(), "AnnSunBachJazz");
     EXPECT_EQ(wave->albumArtist(), "");  // a compilation
     for (const auto& [property, value] : std::map<const char*, int>{{Item::AlbumTrackNumber, 3},
