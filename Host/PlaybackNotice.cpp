@@ -1,7 +1,7 @@
 #include "Host/PlaybackNotice.h"
 
 #include "Host/Log.h"
-#include "Platform/Foundation/Bundle.h"
+#include "Platform/Foundation/PlatformText.h"
 #include "Platform/Foundation/RunLoop.h"
 #include "Platform/Foundation/StringFormat.h"
 #include "Platform/Media/AVController.h"
@@ -9,15 +9,6 @@
 namespace helmo {
 
 using namespace zornic;
-
-namespace {
-
-std::string platformText(const char* key) {
-    const auto bundle = Bundle::platformBundle();
-    return bundle ? bundle->localizedString(key, "", "Platform") : std::string();
-}
-
-}  // namespace
 
 PlaybackNotice::PlaybackNotice(const Object* player, std::weak_ptr<Window> window)
     : _player(player), _window(std::move(window)) {}

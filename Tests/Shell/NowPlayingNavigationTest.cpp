@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
 
+#include "Platform/Toolkit/Button.h"
 #include "Tests/Support/ScreenFixture.h"
 #include "View Controllers/ZRNNowPlayingNavigationController.h"
+#include "View Controllers/ZRNNowPlayingNavigationItem.h"
 
 using namespace zornic;
 
@@ -37,6 +39,25 @@ TEST_F(NowPlayingNavigationTest, GoingBackClosesThePresentationAndNeverShowsTheE
         EXPECT_TRUE(root->hasAppeared());
         EXPECT_FALSE(stack->previousViewController()->isViewLoaded());
     }
+}
+
+TEST_F(NowPlayingNavigationTest, TheKitsBarItemIsThereWhileSomethingPlaysAndLeadsThere) {
+    const auto list = make<ViewController>();
+    show(list);
+    ZRN_setShowsNowPlayingNavigationItem(list, true);
+    EXPECT_FALSE(list->navigationItem()->rightBarButtonItem());
+    play(addSongs({"A"}));
+    const auto item = list->navigationItem()->rightBarButtonItem();
+    ASSERT_TRUE(item);
+    const auto button = std::dynamic_pointer_cast<Button>(item->customView());
+    ASSERT_TRUE(button);
+    EXPECT_EQ(button->titleForState(ControlState::Normal), "Now Playing");
+    button->sendActions(ControlEvent::TouchUpInside);
+    advance(1);
+    EXPECT_TRUE(
+        std::dynamic_pointer_cast<ZRNNowPlayingNavigationController>(list->presentedViewController()));
+    ZRN_setShowsNowPlayingNavigationItem(list, false);
+    EXPECT_FALSE(list->navigationItem()->rightBarButtonItem());
 }
 
 TEST_F(NowPlayingNavigationTest, NobodyPresentsItSoNothingIsDismissed) {

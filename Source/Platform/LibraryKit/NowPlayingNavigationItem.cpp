@@ -1,6 +1,6 @@
 #include "Platform/LibraryKit/NowPlayingNavigationItem.h"
 
-#include "Platform/Foundation/Bundle.h"
+#include "Platform/Foundation/PlatformText.h"
 #include "Platform/Foundation/WeakMaps.h"
 #include "Platform/Toolkit/Button.h"
 
@@ -17,7 +17,7 @@ public:
     void didMake() override {
         Object::didMake();
         const auto button = make<Button>(ButtonType::System);
-        button->setTitle(titleText(), ControlState::Normal);
+        button->setTitle(platformText("NOW_PLAYING"), ControlState::Normal);
         button->sizeToFit();
         button->addTarget(this, &NowPlayingNavigationItem::open, ControlEvent::TouchUpInside);
         _item = make<BarButtonItem>(button);
@@ -32,10 +32,6 @@ public:
     }
 
 private:
-    static std::string titleText() {
-        const auto bundle = Bundle::platformBundle();
-        return bundle ? bundle->localizedString("NOW_PLAYING", "", "Platform") : std::string();
-    }
     void update() { show(_player && _player->currentItem()); }
     void show(bool shown) {
         const auto screen = _screen.lock();

@@ -2,20 +2,11 @@
 
 #include <cstdlib>
 
-#include "Platform/Foundation/Bundle.h"
+#include "Platform/Foundation/PlatformText.h"
 #include "Platform/Foundation/StringFormat.h"
 #include "Platform/Media/MediaProperty.h"
 
 namespace zornic {
-namespace {
-
-std::string platformText(const std::string& key) {
-    const auto bundle = Bundle::platformBundle();
-    return bundle ? bundle->localizedString(key, "", "Platform") : std::string();
-}
-
-}  // namespace
-
 std::string shuffleTypeString(std::int64_t type, int style) {
     return platformText("SHUFFLE_TYPE_" + std::to_string(type) + "_STYLE_" + std::to_string(style));
 }

@@ -1,6 +1,6 @@
 #include "Platform/Media/AVItem.h"
 
-#include "Platform/Foundation/Bundle.h"
+#include "Platform/Foundation/PlatformText.h"
 #include "Platform/Foundation/StringFormat.h"
 
 namespace zornic {
@@ -13,11 +13,7 @@ std::shared_ptr<ArtworkCatalog> AVLibraryItem::artworkCatalogForTime(Seconds) co
 
 std::string AVLibraryItem::localizedPositionInPlaylistString() const {
     if (_position >= _count) return {};
-    constexpr const char* fallback = "%1$lu of %2$lu";
-    const auto bundle = Bundle::platformBundle();
-    const auto format =
-        bundle ? bundle->localizedString("TRACK_POSITION_FORMAT", fallback, "Platform") : fallback;
-    return formatted(format, {_position + 1, _count});
+    return formatted(platformText("TRACK_POSITION_FORMAT", "%1$lu of %2$lu"), {_position + 1, _count});
 }
 
 std::string AVLibraryItem::mainTitle() const { return _mediaItem->title(); }

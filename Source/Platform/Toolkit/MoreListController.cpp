@@ -1,5 +1,6 @@
 #include "Platform/Toolkit/MoreListController.h"
 
+#include "Platform/Foundation/PlatformText.h"
 #include "Platform/Toolkit/TabBarController.h"
 
 namespace zornic {
@@ -51,8 +52,7 @@ private:
 
 void MoreListController::didMake() {
     TableViewController::didMake();
-    const auto bundle = Bundle::platformBundle();
-    setTitle(bundle ? bundle->localizedString("More", "More", "Platform") : "More");
+    setTitle(platformText("More", "More"));
 }
 
 void MoreListController::reload() {
