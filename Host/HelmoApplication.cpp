@@ -116,21 +116,26 @@ void HelmoApplication::makeScreens() {
     applyMode(_commandLine.mode.value_or(_settings->values().mode));
 }
 
-int HelmoApplication::run() {
+bool HelmoApplication::openServices() {
     const auto resources = findResources(_commandLine.resources);
     if (!resources) {
         logLine("helmo: texts and images were not found" +
                 (_commandLine.resources ? " in " + _commandLine.resources->string() : std::string()));
-        return failure;
+        return false;
     }
     registerResources(*resources);
     choosePaths();
     installServices();
-    if (!openLibrary()) return failure;
-    return _commandLine.headless ? runHeadless() : runWindow();
+    return openLibrary();
 }
 
-int HelmoApplication::runHeadless() {
+int HelmoApplication::run() {
+    if (!_commandLine.headless) return openServices() ? runWindow() : failure;
+    return openHeadless() ? AutomationServer(*this, stdin, stdout).run() : failure;
+}
+
+bool HelmoApplication::openHeadless() {
+    if (!openServices()) return false;
     const ScreenSize wanted = _commandLine.screen.value_or(_settings->values().screen);
     const Size size{static_cast<double>(wanted.width), static_cast<double>(wanted.height)};
     _surface = std::make_unique<DisplaySurface>(size, wanted.scale);
@@ -139,7 +144,7 @@ int HelmoApplication::runHeadless() {
     // Nothing may depend on how far the scan has come when the first screen is made.
     if (isVirtual()) BackgroundWork::waitUntilIdle(scanLimit);
     makeScreens();
-    return AutomationServer(*this, stdin, stdout).run();
+    return true;
 }
 
 int HelmoApplication::runWindow() {

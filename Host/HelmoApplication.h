@@ -26,6 +26,9 @@ public:
 
     /** Runs until the end; the program's exit status. */
     int run();
+    /** Makes everything but the window, for whoever drives a headless helmo from inside the process instead
+       of by `run`; whether that worked, and if not, why is on stderr. */
+    bool openHeadless();
 
     zornic::RunLoop& runLoop() override { return *_runLoop; }
     zornic::ZRNRootController& rootController() override { return *_rootController; }
@@ -38,12 +41,12 @@ public:
 
 private:
     bool isVirtual() const { return _commandLine.headless && !_commandLine.realtime; }
+    bool openServices();
     void choosePaths();
     void installServices();
     bool openLibrary();
     void makePlayer();
     void makeScreens();
-    int runHeadless();
     int runWindow();
     void applyMode(InteractionMode mode);
     void applySettings(const SettingsValues& values);

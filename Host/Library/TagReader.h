@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -37,6 +38,21 @@ struct TagReading {
     TrackTags tags;
     /** Why the file could not be read, or not wholly; empty when all went well. */
     std::string problem;
+    /** Whether the file can be a track: false for one that holds no music or stopped its reader. */
+    bool isTrack = true;
+};
+
+/** Readings of many files, handed out in the order in which they were asked for and made ahead meanwhile.
+   One thread. */
+class TagStream {
+public:
+    virtual ~TagStream() = default;
+    /** Asks for a file; never waits for a reading. */
+    virtual void ask(const std::filesystem::path& file) = 0;
+    /** The next reading; none when it isn't finished (`wait` false) or nothing was asked for. */
+    virtual std::optional<TagReading> take(bool wait) = 0;
+    /** Files asked for and not handed out. */
+    virtual std::size_t pending() const = 0;
 };
 
 /** Reads one music file. Never throws, whatever the file holds. Any thread. */
@@ -47,6 +63,8 @@ public:
     /** Bytes of the picture embedded in `file`, the front cover first; empty without one or when it is too
      * large. */
     virtual std::string picture(const std::filesystem::path& file) = 0;
+    /** A stream of its own, which the reader outlives; the default reads one by one as readings are taken. */
+    virtual std::unique_ptr<TagStream> stream();
 };
 
 }  // namespace helmo

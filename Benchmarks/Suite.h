@@ -1,0 +1,26 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "Benchmarks/Figure.h"
+
+namespace helmo::benchmarks {
+
+/** A benchmark and the figures that it measures. */
+struct Benchmark {
+    std::vector<std::string> figures;
+    std::function<Figures()> measure;
+};
+
+Figures measureMillionSongs();
+Figures measureFrames();
+Figures measureIdle();
+Figures measureScan();
+Figures measureStart();
+
+/** All, in the table's order. */
+const std::vector<Benchmark>& allBenchmarks();
+
+}  // namespace helmo::benchmarks
