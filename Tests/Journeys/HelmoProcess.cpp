@@ -4,7 +4,9 @@
 #include <array>
 #include <chrono>
 #include <csignal>
+#include <cstdio>
 #include <fcntl.h>
+#include <fstream>
 #include <poll.h>
 #include <spawn.h>
 #include <sys/wait.h>
@@ -45,7 +47,8 @@ std::vector<std::string> environmentIn(const std::filesystem::path& home) {
 
 }  // namespace
 
-HelmoProcess::HelmoProcess(const std::vector<std::string>& arguments, const std::filesystem::path& home) {
+HelmoProcess::HelmoProcess(const std::vector<std::string>& arguments, const std::filesystem::path& home)
+    : _log(home / "helmo.log") {
     std::signal(SIGPIPE, SIG_IGN);
     std::filesystem::create_directories(home / "tmp");
     int toHelmo[2], fromHelmo[2];
@@ -54,6 +57,8 @@ HelmoProcess::HelmoProcess(const std::vector<std::string>& arguments, const std:
     ::posix_spawn_file_actions_init(&actions);
     ::posix_spawn_file_actions_adddup2(&actions, toHelmo[0], STDIN_FILENO);
     ::posix_spawn_file_actions_adddup2(&actions, fromHelmo[1], STDOUT_FILENO);
+    ::posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, _log.c_str(),
+                                       O_WRONLY | O_CREAT | O_TRUNC | O_APPEND, 0600);
     std::vector<std::string> words = {HELMO_PROGRAM, "--headless"};
     words.insert(words.end(), arguments.begin(), arguments.end());
     auto environment = environmentIn(home);
@@ -73,9 +78,19 @@ HelmoProcess::HelmoProcess(const std::vector<std::string>& arguments, const std:
 HelmoProcess::~HelmoProcess() {
     closeInput();
     ::close(_output);
-    if (_process <= 0) return;
-    ::kill(_process, SIGKILL);
-    ::waitpid(_process, nullptr, 0);
+    if (_process > 0) {
+        ::kill(_process, SIGKILL);
+        ::waitpid(_process, nullptr, 0);
+    }
+    if (testing::Test::HasFailure())
+        for (const auto& line : log()) std::fprintf(stderr, "%s\n", line.c_str());
+}
+
+std::vector<std::string> HelmoProcess::log() const {
+    std::ifstream stream(_log);
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(stream, line);) lines.push_back(line);
+    return lines;
 }
 
 void HelmoProcess::closeInput() {

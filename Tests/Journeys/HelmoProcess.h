@@ -7,8 +7,8 @@
 
 #include <nlohmann/json.hpp>
 
-/** A headless helmo, driven over its standard input and output. What it logs goes to the test's own
-    standard error. */
+/** A headless helmo, driven over its standard input and output. What it logs is kept, and shown when the test
+    fails. */
 class HelmoProcess {
 public:
     /** Starts helmo with `--headless` and `arguments`; home and temporary files belong in `home`. */
@@ -26,12 +26,15 @@ public:
     /** Closes its input and waits for its end: the exit status, or -1 when it did not end by itself. What it
         still wrote is appended to `rest`. */
     int finish(std::string* rest = nullptr);
+    /** The lines that it logged so far. */
+    std::vector<std::string> log() const;
 
 private:
     /** Reads more output; false at its end or when none comes in time. */
     bool read();
     void closeInput();
 
+    std::filesystem::path _log;
     int _process = -1, _input = -1, _output = -1;
     std::string _read;
 };
