@@ -3,7 +3,9 @@
 namespace helmo::benchmarks {
 
 const std::vector<Benchmark>& allBenchmarks() {
-    static const std::vector<Benchmark> benchmarks;
+    static const std::vector<Benchmark> benchmarks{
+        {{"scan_rate", "scan_first_rows_ms", "rescan"}, measureScan},
+    };
     return benchmarks;
 }
 

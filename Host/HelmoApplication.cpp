@@ -3,11 +3,11 @@
 #include <cstdio>
 
 #include "Host/Automation/AutomationServer.h"
-#include "Host/Display/HostImageLoader.h"
 #include "Host/Log.h"
 #include "Host/MusicFolders.h"
 #include "Host/Player/GStreamerEngine.h"
 #include "Host/ProcessTime.h"
+#include "Host/Reader/ReaderTagReader.h"
 #include "Host/Resources.h"
 #include "Host/Settings/IcuLocaleServices.h"
 #include "Host/Settings/XdgPaths.h"
@@ -52,6 +52,7 @@ HelmoApplication::~HelmoApplication() {
     // Blocks on their way home still refer to what ends below.
     BackgroundWork::waitUntilIdle(std::chrono::seconds(5));
     while (_runLoop->nextDue() && *_runLoop->nextDue() <= _runLoop->now()) _runLoop->runDue();
+    ImageLoader::install(nullptr);  // and with it ends the reader of pictures
 }
 
 void HelmoApplication::choosePaths() {
@@ -76,16 +77,19 @@ void HelmoApplication::installServices() {
     auto languages = preferredLanguages();
     if (!language.empty()) languages.insert(languages.begin(), language);
     Bundle::setPreferredLanguages(languages);
-    ImageLoader::install(std::make_shared<HostImageLoader>());
+    _readerProgram = ReaderProgram::find();
+    _imageLoader = std::make_shared<HostImageLoader>(std::make_shared<PictureReader>(_readerProgram));
+    ImageLoader::install(_imageLoader);
     _textEngine = std::make_shared<PangoTextEngine>();
     TextEngine::install(_textEngine);
 }
 
 bool HelmoApplication::openLibrary() {
-    _library = SqliteMediaLibrary::open(_dataFolder / "library.sqlite");
+    _library = SqliteMediaLibrary::open(_dataFolder / "library.sqlite", {.coverReader = _imageLoader});
     if (!_library) return false;
     MediaLibrary::setDefaultLibrary(_library);
-    _scanner = std::make_unique<Scanner>(_library, chosenMusicFolders(_commandLine, _settings->values()));
+    _scanner = std::make_unique<Scanner>(_library, chosenMusicFolders(_commandLine, _settings->values()),
+                                         std::make_shared<ReaderTagReader>(_readerProgram));
     _scanner->start();
     return true;
 }
@@ -99,6 +103,7 @@ void HelmoApplication::makePlayer() {
         engine = make<GStreamerEngine>(GStreamerEngine::Options{sink, logLine});
     }
     _player = make<AVController>(std::move(engine));
+    if (isVirtual()) _player->setShuffleSeed(1);  // a script gets the same answers each time
     _player->setActiveShuffleType(_settings->values().shuffleType);
     _player->setActiveRepeatType(_settings->values().repeatType);
 }

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "Host/Automation/AutomationTarget.h"
+#include "Host/Display/HostImageLoader.h"
 #include "Host/Display/PangoTextEngine.h"
 #include "Host/Display/SdlDisplay.h"
 #include "Host/HostDefaults.h"
@@ -29,6 +30,8 @@ public:
     /** Makes everything but the window, for whoever drives a headless helmo from inside the process instead
        of by `run`; whether that worked, and if not, why is on stderr. */
     bool openHeadless();
+    /** Looks in the background for what has changed in the music folders. */
+    void rescan() { _scanner->rescan(); }
 
     zornic::RunLoop& runLoop() override { return *_runLoop; }
     zornic::ZRNRootController& rootController() override { return *_rootController; }
@@ -60,6 +63,8 @@ private:
     std::unique_ptr<zornic::Clock> _clock;
     std::unique_ptr<zornic::RunLoop> _runLoop;
     std::unique_ptr<Settings> _settings;
+    std::shared_ptr<ReaderProgram> _readerProgram;
+    std::shared_ptr<HostImageLoader> _imageLoader;
     std::shared_ptr<PangoTextEngine> _textEngine;
     std::shared_ptr<SqliteMediaLibrary> _library;
     std::unique_ptr<Scanner> _scanner;

@@ -16,7 +16,7 @@ bool holdsMusic(const std::filesystem::path& folder) {
         fs::recursive_directory_iterator(folder, fs::directory_options::skip_permission_denied, error);
     int left = entriesToLookAt;
     for (; !error && entry != fs::recursive_directory_iterator(); entry.increment(error))
-        if (isMusicFile(entry->path()) || --left == 0) return true;
+        if (isMusicFile(entry->path().native()) || --left == 0) return true;
     return false;
 }
 

@@ -4,6 +4,7 @@
 #include <fstream>
 #include <unordered_map>
 
+#include "Host/Automation/AnsweredLine.h"
 #include "Host/Automation/CommandArguments.h"
 #include "Host/Automation/ScreenDescription.h"
 #include "Platform/Toolkit/TableView.h"
@@ -13,10 +14,6 @@ namespace helmo {
 using namespace zornic;
 
 namespace {
-
-/** More would be a mistake, and would keep the program busy for long. */
-constexpr double longestTime = 24 * 3600;
-constexpr int mostDetents = 10'000;
 
 std::string quoted(const std::string& text) { return "\"" + text + "\""; }
 
@@ -67,24 +64,11 @@ AutomationCommands::Handler AutomationCommands::handlerNamed(const std::string& 
 }
 
 std::string AutomationCommands::answer(const std::string& line) {
-    Json answer;
-    try {
-        answer = perform(line);
-        answer["ok"] = true;
-    } catch (const std::exception& error) {
-        answer = {{"ok", false}, {"error", error.what()}};
-    }
-    return answer.dump(-1, ' ', false, Json::error_handler_t::replace);
-}
-
-nlohmann::json AutomationCommands::perform(const std::string& line) {
-    const Json command = Json::parse(line, nullptr, false);
-    if (command.is_discarded()) throw CommandError("The line is no JSON.");
-    if (!command.is_object()) throw CommandError("The line is no JSON object.");
-    const Handler handler = handlerNamed(CommandArguments(command).text("do"));
-    _time.settle();
-    Json answer = (this->*handler)(command);
-    return answer.is_null() ? Json::object() : answer;
+    return answeredLine(line, [this](const std::string& name, const Json& command) {
+        const Handler handler = handlerNamed(name);
+        _time.settle();
+        return (this->*handler)(command);
+    });
 }
 
 nlohmann::json AutomationCommands::screens(const Json&) { return {{"stack", describedScreens(window())}}; }
@@ -118,22 +102,19 @@ void AutomationCommands::checkOnDisplay(Point point) {
         throw CommandError("The point is off the display.");
 }
 
-Point AutomationCommands::pointOf(const Json& command) {
-    const CommandArguments arguments(command);
-    if (!arguments.has("text")) {
-        const Point point{arguments.number("x", -1e6, 1e6), arguments.number("y", -1e6, 1e6)};
-        checkOnDisplay(point);
-        return point;
+Point AutomationCommands::pointOf(const TapRequest& request) {
+    if (!request.text) {
+        checkOnDisplay(request.point);
+        return request.point;
     }
-    const std::string text = arguments.text("text");
-    const auto view = visibleViewShowing(window(), text);
-    if (!view) throw CommandError("No visible view shows " + quoted(text) + ".");
+    const auto view = visibleViewShowing(window(), *request.text);
+    if (!view) throw CommandError("No visible view shows " + quoted(*request.text) + ".");
     return view->convertToWindow(view->bounds()).center();
 }
 
-void AutomationCommands::endTouch(const std::string& end, Point point) {
-    if (end == "cancel") return window().touchCancel();
-    if (end == "outside") {
+void AutomationCommands::endTouch(TapRequest::End end, Point point) {
+    if (end == TapRequest::End::Cancel) return window().touchCancel();
+    if (end == TapRequest::End::Outside) {
         const Size size = window().bounds().size;
         // The far corner is outside of whatever was touched.
         const Point away{point.x < size.width / 2 ? size.width - 1 : 0,
@@ -145,26 +126,22 @@ void AutomationCommands::endTouch(const std::string& end, Point point) {
 }
 
 nlohmann::json AutomationCommands::tap(const Json& command) {
-    const CommandArguments arguments(command);
-    const double hold = arguments.number("hold", 0, longestTime, 0);
-    const std::string end = arguments.has("end") ? arguments.text("end") : "inside";
-    if (end != "inside" && end != "outside" && end != "cancel")
-        throw CommandError("\"end\" must be \"inside\", \"outside\" or \"cancel\".");
-    const Point point = pointOf(command);
+    const TapRequest request(command);
+    const Point point = pointOf(request);
     window().touchDown(point);
-    if (hold > 0) _time.advance(Seconds(hold));
-    endTouch(end, point);
+    if (request.hold > 0) _time.advance(Seconds(request.hold));
+    endTouch(request.end, point);
     _time.settle();
     return nullptr;
 }
 
 nlohmann::json AutomationCommands::drag(const Json& command) {
-    const CommandArguments arguments(command);
-    const Point from = arguments.point("from"), to = arguments.point("to");
-    const double seconds = arguments.number("seconds", 0, 600, 0.25);
+    const DragRequest request(command);
+    const Point from = request.from, to = request.to;
     checkOnDisplay(from);
     checkOnDisplay(to);
-    const int steps = std::max(1, static_cast<int>(std::lround(seconds / TimeDriver::frameInterval.count())));
+    const int steps =
+        std::max(1, static_cast<int>(std::lround(request.seconds / TimeDriver::frameInterval.count())));
     window().touchDown(from);
     for (int step = 1; step <= steps; ++step) {
         _time.advance(TimeDriver::frameInterval);
@@ -177,20 +154,15 @@ nlohmann::json AutomationCommands::drag(const Json& command) {
 }
 
 nlohmann::json AutomationCommands::knob(const Json& command) {
-    const CommandArguments arguments(command);
-    const double turn = arguments.number("turn", -mostDetents, mostDetents, 0);
-    if (turn != std::trunc(turn)) throw CommandError("\"turn\" must be a whole number of detents.");
-    const bool press = arguments.truth("press", false);
-    const double hold = arguments.number("hold", 0, longestTime, 0);
-    if (turn == 0 && !press) throw CommandError("The knob needs \"turn\" or \"press\".");
-    const int direction = turn < 0 ? -1 : 1;
-    for (int detent = 0; detent != static_cast<int>(turn); detent += direction) {
+    const KnobRequest request(command);
+    const int direction = request.turn < 0 ? -1 : 1;
+    for (int detent = 0; detent != request.turn; detent += direction) {
         window().turnKnob(direction);
         _time.settle();
     }
-    if (press) {
+    if (request.press) {
         window().pressKnob(true);
-        if (hold > 0) _time.advance(Seconds(hold));
+        if (request.hold > 0) _time.advance(Seconds(request.hold));
         window().pressKnob(false);
         _time.settle();
     }

@@ -5,6 +5,7 @@
 #include <nlohmann/json.hpp>
 
 #include "Host/Automation/AutomationTarget.h"
+#include "Host/Automation/CommandRequests.h"
 #include "Host/Automation/TimeDriver.h"
 
 namespace helmo {
@@ -25,7 +26,6 @@ private:
     using Json = nlohmann::json;
     using Handler = Json (AutomationCommands::*)(const Json& command);
     static Handler handlerNamed(const std::string& name);
-    Json perform(const std::string& line);
 
     Json screens(const Json& command);
     Json tabs(const Json& command);
@@ -44,9 +44,9 @@ private:
     Json quit(const Json& command);
 
     zornic::Window& window() { return *_target.rootController().helmoWindow(); }
-    zornic::Point pointOf(const Json& command);
+    zornic::Point pointOf(const TapRequest& request);
     void checkOnDisplay(zornic::Point point);
-    void endTouch(const std::string& end, zornic::Point point);
+    void endTouch(TapRequest::End end, zornic::Point point);
 
     AutomationTarget& _target;
     TimeDriver _time;

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 
 #include "Host/Display/CairoCanvas.h"
-#include "Host/Display/PictureDecoder.h"
 #include "Host/Display/PictureSource.h"
 #include "Host/Display/VectorSource.h"
 
@@ -39,9 +39,30 @@ int pixelsFor(double points, double scale) {
     return static_cast<int>(std::clamp(pixels, 1.0, CairoImageSource::maxSide + 1.0));
 }
 
+PixelSize pixelsFor(zornic::Size points, double scale) {
+    const auto pixels = [scale](double length) {
+        return static_cast<int>(std::clamp(std::ceil(length * scale - 1e-6), 0.0, 1.0 * maximumPictureSide));
+    };
+    return {pixels(points.width), pixels(points.height)};
+}
+
+std::shared_ptr<const zornic::ImageSource> sourceOf(const Picture& picture, double scale) {
+    if (picture.empty()) return nullptr;
+    Surface surface(picture.width, picture.height);
+    if (!surface) return nullptr;
+    const auto width = static_cast<std::size_t>(picture.width);
+    unsigned char* row = surface.pixels();
+    for (std::size_t at = 0; at < picture.pixels.size(); at += width, row += surface.stride())
+        std::memcpy(row, &picture.pixels[at], width * sizeof(std::uint32_t));
+    cairo_surface_mark_dirty(surface.get());
+    const zornic::Size size{picture.width / scale, picture.height / scale};
+    return std::make_shared<const PictureSource>(std::move(surface), size, scale);
+}
+
 }  // namespace
 
-HostImageLoader::HostImageLoader() : _files(fileCacheLimit), _drawn(drawnCacheLimit, drawnCacheLimit) {}
+HostImageLoader::HostImageLoader(std::shared_ptr<PictureReader> pictures)
+    : _pictures(std::move(pictures)), _files(fileCacheLimit), _drawn(drawnCacheLimit, drawnCacheLimit) {}
 
 std::shared_ptr<const zornic::ImageSource> HostImageLoader::sourceFromFile(
     const std::filesystem::path& file) {
@@ -50,8 +71,8 @@ std::shared_ptr<const zornic::ImageSource> HostImageLoader::sourceFromFile(
     std::shared_ptr<const zornic::ImageSource> source;
     if (looksLikeMarkup(data))
         source = VectorSource::fromData(data);
-    else
-        source = sourceFromData(data, {}, 1);
+    else if (!data.empty() && _pictures)
+        source = sourceOf(_pictures->pictureOfFile(file, {}).picture, 1);
     if (source) _files.set(file.string(), source, source->cost());
     return source;
 }
@@ -59,12 +80,17 @@ std::shared_ptr<const zornic::ImageSource> HostImageLoader::sourceFromFile(
 std::shared_ptr<const zornic::ImageSource> HostImageLoader::sourceFromData(const std::string& data,
                                                                            zornic::Size fittingSize,
                                                                            double scale) {
-    if (data.size() > maxBytes) return nullptr;
+    if (data.empty() || !_pictures) return nullptr;
     if (!(scale > 0)) scale = 1;
-    auto pixels = decodedPicture(data, {fittingSize.width * scale, fittingSize.height * scale});
-    if (!pixels) return nullptr;
-    const zornic::Size size{pixels.width() / scale, pixels.height() / scale};
-    return std::make_shared<const PictureSource>(std::move(pixels), size, scale);
+    return sourceOf(_pictures->pictureOfBytes(data, pixelsFor(fittingSize, scale)).picture, scale);
+}
+
+CoverReading HostImageLoader::cover(const std::filesystem::path& file, zornic::Size fittingSize,
+                                    double scale) {
+    if (!_pictures) return {};
+    if (!(scale > 0)) scale = 1;
+    auto reading = _pictures->pictureOfFile(file, pixelsFor(fittingSize, scale));
+    return {sourceOf(reading.picture, scale), std::move(reading.problem)};
 }
 
 std::shared_ptr<const zornic::ImageSource> HostImageLoader::sourceByDrawing(

@@ -44,8 +44,9 @@ std::string withoutArticle(std::string_view text, std::string_view language) {
     word.foldCase();
     const bool elided =
         end < whole.length() && isApostrophe(whole.charAt(end)) && word == icu::UnicodeString(u"l");
+    constexpr int longestArticle = 4;
     const bool stripped =
-        elided || (end < whole.length() && u_isUWhiteSpace(whole.charAt(end)) &&
+        elided || (end <= longestArticle && end < whole.length() && u_isUWhiteSpace(whole.charAt(end)) &&
                    std::any_of(std::begin(articles), std::end(articles), [&](const Article& article) {
                        return word == icu::UnicodeString(article.word) &&
                               (article.language.empty() || article.language == language);

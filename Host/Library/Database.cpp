@@ -37,22 +37,30 @@ Statement::~Statement() {
     _database.giveBack(_sql, _handle);
 }
 
-Statement& Statement::bind(const SqlValue& value) {
-    const int at = _next++;
-    int code = SQLITE_OK;
-    if (const auto* integer = std::get_if<std::int64_t>(&value)) {
-        code = sqlite3_bind_int64(_handle, at, *integer);
-    } else if (const auto* number = std::get_if<double>(&value)) {
-        code = sqlite3_bind_double(_handle, at, *number);
-    } else if (const auto* text = std::get_if<std::string>(&value)) {
-        code = sqlite3_bind_text64(_handle, at, text->data(), text->size(), SQLITE_TRANSIENT, SQLITE_UTF8);
-    } else if (const auto* blob = std::get_if<Blob>(&value)) {
-        code = sqlite3_bind_blob64(_handle, at, blob->bytes.data(), blob->bytes.size(), SQLITE_TRANSIENT);
-    } else {
-        code = sqlite3_bind_null(_handle, at);
-    }
+Statement& Statement::check(int code) {
     if (code != SQLITE_OK) _database.fail(code);
     return *this;
+}
+
+Statement& Statement::bind(std::int64_t value) { return check(sqlite3_bind_int64(_handle, _next++, value)); }
+Statement& Statement::bind(double value) { return check(sqlite3_bind_double(_handle, _next++, value)); }
+
+Statement& Statement::bind(const std::string& text) {
+    return check(
+        sqlite3_bind_text64(_handle, _next++, text.data(), text.size(), SQLITE_TRANSIENT, SQLITE_UTF8));
+}
+
+Statement& Statement::bind(const Blob& blob) {
+    return check(
+        sqlite3_bind_blob64(_handle, _next++, blob.bytes.data(), blob.bytes.size(), SQLITE_TRANSIENT));
+}
+
+Statement& Statement::bind(const SqlValue& value) {
+    if (std::holds_alternative<std::monostate>(value)) return check(sqlite3_bind_null(_handle, _next++));
+    if (const auto* integer = std::get_if<std::int64_t>(&value)) return bind(*integer);
+    if (const auto* number = std::get_if<double>(&value)) return bind(*number);
+    if (const auto* text = std::get_if<std::string>(&value)) return bind(*text);
+    return bind(std::get<Blob>(value));
 }
 
 bool Statement::step() {

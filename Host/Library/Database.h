@@ -58,8 +58,10 @@ public:
 
     /** Binds to the next mark. */
     Statement& bind(const SqlValue& value);
-    Statement& bind(std::int64_t value) { return bind(SqlValue(value)); }
-    Statement& bind(const std::string& text) { return bind(SqlValue(text)); }
+    Statement& bind(std::int64_t value);
+    Statement& bind(double value);
+    Statement& bind(const std::string& text);
+    Statement& bind(const Blob& blob);
     /** To the next row; false behind the last. */
     bool step();
     /** Steps to the end. */
@@ -75,6 +77,8 @@ public:
 private:
     Database& _database;
     std::string _sql;
+    Statement& check(int code);
+
     sqlite3_stmt* _handle;
     int _next = 1;
 };

@@ -9,25 +9,57 @@
 
 namespace helmo {
 
-/** What lies in one folder, sorted by name, without what is hidden. */
+/** A file as a folder lists it. */
+struct FoundFile {
+    std::string name;
+    /** Bytes. */
+    std::int64_t size = 0;
+    /** Nanoseconds since 1970. */
+    std::int64_t mtime = 0;
+};
+
+/** What lies in one folder, sorted by name, without what is hidden and what is no regular file. */
 struct FolderContents {
     std::filesystem::path path;
-    std::vector<std::string> files;
+    /** For `FolderWalk::isGone`. */
+    std::size_t medium = 0;
+    std::vector<FoundFile> music;
+    std::vector<std::string> playlists, pictures;
     std::vector<std::string> folders;
 };
 
 /** Visits a folder and all folders inside, each folder of the disk once, whatever links lead to it. What
-   can't be read is logged and passed over. */
+   can't be read is logged and passed over; a medium that is taken away meanwhile is logged once, and what
+   was still to be visited on it is left out. */
 class FolderWalk {
 public:
     /** Calls `visit` for each folder from `root` down, parents first, until it answers false. */
-    void run(const std::filesystem::path& root, const std::function<bool(const FolderContents&)>& visit);
+    void run(const std::filesystem::path& root, const std::function<bool(FolderContents&)>& visit);
+    /** Whether a medium that was met is no longer where it was. Logs it the first time. */
+    bool isGone(std::size_t medium);
 
 private:
-    bool isNew(const std::filesystem::path& folder);
-    static void read(FolderContents& folder);
+    using Identity = std::pair<std::uint64_t, std::uint64_t>;
+    /** A root, or a place inside where another disk begins. */
+    struct Medium {
+        std::filesystem::path path;
+        Identity identity;
+        bool isGone = false;
+    };
+    struct Waiting {
+        std::filesystem::path path;
+        /** Of the folder that it is in; none for a root. */
+        std::size_t medium;
+        int depth;
+    };
+    static constexpr auto none = static_cast<std::size_t>(-1);
 
-    std::set<std::pair<std::uint64_t, std::uint64_t>> _visited;
+    bool read(const Waiting& place, FolderContents& folder);
+    bool list(int descriptor, FolderContents& folder);
+    void logFailure(const std::filesystem::path& folder, std::size_t medium, int error);
+
+    std::set<Identity> _visited;
+    std::vector<Medium> _media;
 };
 
 }  // namespace helmo

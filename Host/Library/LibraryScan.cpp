@@ -1,8 +1,11 @@
 #include "Host/Library/LibraryScan.h"
 
+#include <algorithm>
+
 #include "Host/Library/FileNameTags.h"
 #include "Host/Library/MediaFiles.h"
 #include "Host/Library/PictureFinder.h"
+#include "Host/Library/Schema.h"
 #include "Host/Log.h"
 
 namespace helmo {
@@ -11,122 +14,184 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr std::size_t firstBatch = 25, laterBatch = 250;
+/** Changes of the first transaction, and how fast they grow: the database rewrites fewer pages in large ones,
+   but nobody else can write meanwhile. */
+constexpr std::size_t firstBatch = 25, batchGrowth = 4, largestBatch = 1000;
 constexpr auto longestBatch = std::chrono::seconds(1);
 constexpr auto announcementInterval = std::chrono::seconds(1);
+/** Enough to keep readers busy while a batch is stored. */
+constexpr std::size_t maximumAsked = 1024;
 
 }  // namespace
 
 void LibraryScan::run() {
-    _batchLimit = firstBatch;
-    for (const auto& root : _roots)
-        _walk.run(root, [&](const FolderContents& folder) { return scanFolder(folder, root); });
+    begin();
+    for (const auto& root : _roots) {
+        if (isEnding()) break;
+        _walk.run(root, [&](FolderContents& folder) {
+            scanFolder(folder, root);
+            return !isEnding();
+        });
+    }
+    if (!isEnding()) takeReadings(0);
+    _stream = nullptr;
     storeBatch();
-    if (!_isStopping) hideWhatIsGone();
-    if (!_isStopping) scanPlaylists();
+    if (!isEnding()) makeMissingIndices();
+    if (!isEnding()) hideWhatIsGone();
+    if (!isEnding()) scanPlaylists();
+    if (_hasChanged) write([](TrackStore& store) { store.forgetCache(); });
     announce(true);
-    if (!_isStopping) _library.checkIntegrity();
+    if (!isEnding()) _library.checkIntegrity();
 }
 
-bool LibraryScan::scanFolder(const FolderContents& folder, const std::filesystem::path& root) {
-    std::vector<MusicFile> files;
-    for (const std::string& name : folder.files) {
-        if (isPlaylistFile(name)) _playlists.insert(folder.path / name);
-        if (!isMusicFile(name)) continue;
-        if (const auto stamp = FileStamp::of(folder.path / name))
-            files.push_back({folder.path, name, stamp->size, stamp->mtime});
-    }
-    if (files.empty()) return !_isStopping;
-    _progress.found += files.size();
-    for (const MusicFile& file : compare(folder, files)) {
-        if (_isStopping) return false;
-        readFile(file, root);
-    }
-    announce(false);
-    return !_isStopping;
+bool LibraryScan::write(const std::function<void(TrackStore&)>& change) {
+    const bool isKept = _library.write(change);
+    if (!isKept) _hasFailed = true;
+    return isKept;
 }
 
-std::vector<MusicFile> LibraryScan::compare(const FolderContents& folder,
-                                            const std::vector<MusicFile>& files) {
-    const std::string picture = folderPicture(folder.files);
-    const auto pictureStamp = picture.empty() ? std::nullopt : FileStamp::of(folder.path / picture);
-    std::vector<MusicFile> toRead;
-    bool hasChanged = false;
-    _library.write([&](TrackStore& store) {
-        const auto id = store.folderId(folder.path);
-        _folders.insert(id);
-        hasChanged =
-            store.setFolderPicture(id, pictureStamp ? picture : "", pictureStamp ? pictureStamp->mtime : 0);
-        KnownFiles known = store.filesOfFolder(folder.path);
-        for (const MusicFile& file : files) {
-            const auto node = known.extract(file.name);
-            const bool isAsKnown =
-                node && node.mapped().size == file.size && node.mapped().mtime == file.mtime;
-            if (!isAsKnown) {
-                toRead.push_back(file);
-            } else if (!node.mapped().isPresent) {
-                store.markPresent(node.mapped().id, true);
-                hasChanged = true;
-            }
-        }
-        for (const auto& [name, file] : known) {
-            if (!file.isPresent) continue;
-            store.markPresent(file.id, false);
-            hasChanged = true;
-        }
+void LibraryScan::begin() {
+    _batchLimit = firstBatch;
+    _hadTracks = _library.readers()->read(true, [](Database& database) {
+        return database.integer({"SELECT EXISTS (SELECT 1 FROM track)", {}}) != 0;
     });
-    _hasChanged = _hasChanged || hasChanged;
-    _isUnannounced = _isUnannounced || hasChanged;
-    return toRead;
+    if (_hadTracks)
+        makeMissingIndices();
+    else
+        write([](TrackStore& store) { store.dropLateIndices(); });
 }
 
-void LibraryScan::readFile(const MusicFile& file, const std::filesystem::path& root) {
-    const auto path = file.path();
-    TagReading reading = _reader.read(path);
-    if (!reading.problem.empty()) {
-        logLine("scan: " + path.string() + ": " + reading.problem);
-        if (!FileStamp::of(path)) return;  // the medium went away meanwhile
+void LibraryScan::scanFolder(FolderContents& contents, const std::filesystem::path& root) {
+    for (const std::string& name : contents.playlists) _playlists.insert(contents.path / name);
+    if (contents.music.empty()) return;
+    _progress.found += contents.music.size();
+    const auto known = KnownFolder::read(*_library.readers(), contents.path);
+    if (!known) {
+        _hasFailed = true;
+        return;
     }
-    completeFromFileName(reading.tags, path, root);
-    if (_batch.empty()) _batchBegan = Clock::now();
-    _batch.push_back({file, std::move(reading.tags)});
+    if (known->id != 0) _folders[known->id] = contents.medium;
+    const auto folder =
+        std::make_shared<const ScannedFolder>(ScannedFolder{contents.path, root, contents.medium});
+    comparePicture(contents, *known, folder);
+    FolderComparison comparison(contents.music, *known);
+    for (auto& presence : comparison.presences) _batch.presences.push_back(presence);
+    for (auto& file : comparison.forgotten) _batch.forgotten.push_back(std::move(file));
+    for (auto& unread : comparison.unread) {
+        if (isEnding()) return;
+        ask(folder, unread);
+    }
+    storeIfDue();
+    announce(false);
+}
+
+void LibraryScan::comparePicture(const FolderContents& contents, const KnownFolder& known,
+                                 const std::shared_ptr<const ScannedFolder>& folder) {
+    std::string picture = folderPicture(contents.pictures);
+    const auto stamp = picture.empty() ? std::nullopt : FileStamp::of(contents.path / picture);
+    if (!stamp) picture.clear();
+    const std::int64_t time = stamp ? stamp->mtime : 0;
+    if (picture != known.picture || time != known.pictureStamp)
+        _batch.pictures.push_back({folder, std::move(picture), time});
+}
+
+void LibraryScan::ask(const std::shared_ptr<const ScannedFolder>& folder, FolderComparison::Unread& unread) {
+    if (!_stream) _stream = _reader.stream();
+    _stream->ask(folder->path / unread.file.name);
+    _asked.push_back({folder, std::move(unread.file), unread.known, unread.wasUnreadable, {}});
+    takeReadings(maximumAsked);
+}
+
+void LibraryScan::takeReadings(std::size_t pending) {
+    while (!_asked.empty() && !isEnding()) {
+        auto reading = _stream->take(_asked.size() > pending);
+        if (!reading) return;
+        ScanBatch::File file = std::move(_asked.front());
+        _asked.pop_front();
+        file.reading = std::move(*reading);
+        takeReading(std::move(file));
+    }
+}
+
+void LibraryScan::takeReading(ScanBatch::File file) {
+    TagReading& reading = file.reading;
+    const auto& folder = *file.folder;
+    if (!reading.problem.empty() || !reading.isTrack) {
+        const auto path = folder.path / file.file.name;
+        if (!FileStamp::of(path) || _walk.isGone(folder.medium)) return;
+        const std::string obstacle = reading.isTrack ? std::string() : whyUnreachable(path);
+        logLine("scan: " + path.string() + ": " + (obstacle.empty() ? reading.problem : obstacle));
+        // What is no fault of the file may be over the next time.
+        if (!obstacle.empty()) return;
+    }
+    if (reading.isTrack && reading.tags.title.empty())
+        completeFromFileName(reading.tags, folder.path / file.file.name, folder.root);
     ++_progress.read;
-    if (_batch.size() >= _batchLimit || Clock::now() - _batchBegan >= longestBatch) storeBatch();
+    if (_batch.files.empty()) _batchBegan = Clock::now();
+    _batch.files.push_back(std::move(file));
+    storeIfDue();
+}
+
+void LibraryScan::storeIfDue() {
+    const bool isOld = !_batch.files.empty() && Clock::now() - _batchBegan >= longestBatch;
+    if (_batch.size() >= _batchLimit || isOld) storeBatch();
 }
 
 void LibraryScan::storeBatch() {
-    if (_batch.empty()) return;
-    const bool isStored = _library.write([this](TrackStore& store) {
-        for (const Read& read : _batch) store.store(read.file, read.tags);
-    });
+    if (_batch.size() == 0) return;
+    std::vector<std::pair<std::int64_t, std::size_t>> folders;
+    const bool isStored = write([&](TrackStore& store) { folders = _batch.store(store, _hadTracks); });
+    _batchLimit = std::min(_batchLimit * batchGrowth, largestBatch);
+    if (isStored) {
+        noteChange();
+        _folders.insert(folders.begin(), folders.end());
+    }
     _batch.clear();
-    _batchLimit = laterBatch;
-    _hasChanged = _hasChanged || isStored;
-    _isUnannounced = _isUnannounced || isStored;
     announce(false);
 }
 
+void LibraryScan::makeMissingIndices() {
+    const auto missing = _library.readers()->read(
+        std::vector<std::string>(), [](Database& database) { return Schema::missingIndices(database); });
+    // One at a time, so that others come to write in between.
+    for (const std::string& sql : missing)
+        if (!isEnding()) write([&](TrackStore& store) { store.makeIndex(sql); });
+}
+
 void LibraryScan::hideWhatIsGone() {
-    _library.write([this](TrackStore& store) {
-        for (const auto& [id, path] : store.folders())
-            if (!_folders.contains(id) && store.hideFolder(id) > 0) _hasChanged = _isUnannounced = true;
+    const auto isGone = [this](std::int64_t folder) {
+        const auto found = _folders.find(folder);
+        return found == _folders.end() || _walk.isGone(found->second);
+    };
+    std::vector<std::int64_t> gone;
+    _library.readers()->read(false, [&](Database& database) {
+        auto folders = database.prepare({"SELECT id FROM folder", {}});
+        while (folders.step())
+            if (isGone(folders.integer(0)) &&
+                database.integer({"SELECT EXISTS (SELECT 1 FROM track WHERE folder_id = ? AND present = 1)",
+                                  {folders.integer(0)}}))
+                gone.push_back(folders.integer(0));
+        return true;
     });
+    for (const auto folder : gone) {
+        if (isEnding()) return;
+        write([&](TrackStore& store) { store.hideFolder(folder); });
+        noteChange();
+    }
 }
 
 void LibraryScan::scanPlaylists() {
-    KnownFiles known;
-    _library.write([&](TrackStore& store) { known = store.playlistFiles(); });
+    KnownFiles known = _library.readers()->read(
+        KnownFiles(), [](Database& database) { return TrackStore::playlistFiles(database); });
     for (const auto& file : _playlists) {
-        if (_isStopping) return;
+        if (isEnding()) return;
         storePlaylist(file, known);
     }
-    _library.write([&](TrackStore& store) {
-        for (const auto& [path, playlist] : known) {
-            if (!playlist.isPresent || _playlists.contains(path)) continue;
-            store.hidePlaylist(playlist.id);
-            _isUnannounced = true;
-        }
-    });
+    for (const auto& [path, playlist] : known) {
+        if (!playlist.isPresent || _playlists.contains(path)) continue;
+        write([id = playlist.id](TrackStore& store) { store.hidePlaylist(id); });
+        _isUnannounced = true;
+    }
 }
 
 void LibraryScan::storePlaylist(const std::filesystem::path& file, const KnownFiles& known) {
@@ -140,7 +205,7 @@ void LibraryScan::storePlaylist(const std::filesystem::path& file, const KnownFi
     const PlaylistFile list = readPlaylistFile(file);
     if (!isAsKnown)
         for (const std::string& problem : list.problems) logLine("scan: " + problem);
-    _library.write([&](TrackStore& store) { store.storePlaylist(file, stamp->size, stamp->mtime, list); });
+    write([&](TrackStore& store) { store.storePlaylist(file, stamp->size, stamp->mtime, list); });
     _isUnannounced = true;
 }
 

@@ -2,13 +2,17 @@
 
 #include <atomic>
 #include <chrono>
+#include <deque>
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <set>
-#include <unordered_set>
+#include <unordered_map>
 #include <vector>
 
+#include "Host/Library/FolderComparison.h"
 #include "Host/Library/FolderWalk.h"
+#include "Host/Library/ScanBatch.h"
 #include "Host/Library/SqliteMediaLibrary.h"
 
 namespace helmo {
@@ -21,9 +25,10 @@ struct ScanProgress {
 };
 
 /** One pass over all folders: stores what is new or changed, hides what is gone, takes over playlist files.
-   Files whose size and time are as they were are not opened. Changes are stored in batches, the first one
-   small so that the first rows are soon on screen, and announced at once, then every second, then at the end.
-   On the scanning thread. */
+   Files whose size and time are as they were are not opened, and a folder in which nothing changed costs no
+   write. Files are read ahead while others are found and stored. Changes are stored in batches that grow, the
+   first one small so that the first rows are soon on screen, and announced at once, then every second, then
+   at the end. On the scanning thread. */
 class LibraryScan {
 public:
     LibraryScan(SqliteMediaLibrary& library, const std::vector<std::filesystem::path>& roots,
@@ -37,18 +42,23 @@ public:
     void run();
 
 private:
-    struct Read {
-        MusicFile file;
-        TrackTags tags;
-    };
-    bool scanFolder(const FolderContents& folder, const std::filesystem::path& root);
-    /** Brings what is known of a folder's files up to date; those that have to be read. */
-    std::vector<MusicFile> compare(const FolderContents& folder, const std::vector<MusicFile>& files);
-    void readFile(const MusicFile& file, const std::filesystem::path& root);
+    bool isEnding() const { return _isStopping || _hasFailed; }
+    bool write(const std::function<void(TrackStore&)>& change);
+    void begin();
+    void scanFolder(FolderContents& contents, const std::filesystem::path& root);
+    void comparePicture(const FolderContents& contents, const KnownFolder& known,
+                        const std::shared_ptr<const ScannedFolder>& folder);
+    void ask(const std::shared_ptr<const ScannedFolder>& folder, FolderComparison::Unread& unread);
+    /** Takes finished readings, and waits for more as long as over `pending` are outstanding. */
+    void takeReadings(std::size_t pending);
+    void takeReading(ScanBatch::File file);
+    void storeIfDue();
     void storeBatch();
+    void makeMissingIndices();
     void hideWhatIsGone();
     void scanPlaylists();
     void storePlaylist(const std::filesystem::path& file, const KnownFiles& known);
+    void noteChange() { _hasChanged = _isUnannounced = true; }
     void announce(bool isEnd);
 
     SqliteMediaLibrary& _library;
@@ -58,12 +68,18 @@ private:
     const std::function<void(const ScanProgress&)>& _progressHandler;
 
     FolderWalk _walk;
-    std::unordered_set<std::int64_t> _folders;
+    /** Rows of the folders that hold music, and the media they are on. */
+    std::unordered_map<std::int64_t, std::size_t> _folders;
     std::set<std::filesystem::path> _playlists;
-    std::vector<Read> _batch;
+    std::unique_ptr<TagStream> _stream;
+    /** What the stream was asked for, without the readings. */
+    std::deque<ScanBatch::File> _asked;
+    ScanBatch _batch;
     std::chrono::steady_clock::time_point _batchBegan;
     std::size_t _batchLimit = 0;
     ScanProgress _progress;
+    bool _hadTracks = true;
+    bool _hasFailed = false;
     bool _hasChanged = false;
     bool _isUnannounced = false;
     std::chrono::steady_clock::time_point _announced;

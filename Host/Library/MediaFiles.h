@@ -3,13 +3,15 @@
 #include <cstdint>
 #include <filesystem>
 #include <optional>
+#include <string>
+#include <string_view>
 
 namespace helmo {
 
-/** Whether a file is music, a picture or a playlist, by its extension in any case. */
-bool isMusicFile(const std::filesystem::path& file);
-bool isPictureFile(const std::filesystem::path& file);
-bool isPlaylistFile(const std::filesystem::path& file);
+/** Whether a file is music, a picture or a playlist, by its name's extension in any case. */
+bool isMusicFile(std::string_view name);
+bool isPictureFile(std::string_view name);
+bool isPlaylistFile(std::string_view name);
 
 /** How a file is seen to have changed without reading it, and which file it is. */
 struct FileStamp {
@@ -23,5 +25,9 @@ struct FileStamp {
     /** None when there is no such file or folder, or it can't be reached. Follows links. */
     static std::optional<FileStamp> of(const std::filesystem::path& path);
 };
+
+/** Why a file's bytes can't be had: no permission, a failing disk, no file at all. Empty when the first byte
+   can be read or there is none. Waits for no pipe and no device. */
+std::string whyUnreachable(const std::filesystem::path& file);
 
 }  // namespace helmo

@@ -3,24 +3,24 @@
 #include <algorithm>
 #include <cctype>
 #include <fstream>
+#include <string_view>
 
 #include "Host/Library/MediaFiles.h"
 
 namespace helmo {
 
 std::string folderPicture(const std::vector<std::string>& fileNames) {
+    const auto isCalled = [](std::string_view name, std::string_view stem) {
+        return name.rfind('.') == stem.size() &&
+               std::ranges::equal(name.substr(0, stem.size()), stem, {},
+                                  [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    };
     for (const std::string_view stem : {"cover", "folder"}) {
-        std::string found;
-        for (const std::string& name : fileNames) {
-            const std::filesystem::path path(name);
-            std::string lower = path.stem().string();
-            std::ranges::transform(lower, lower.begin(),
-                                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-            // The first by name, so that the choice doesn't hang on the order in which a disk lists its
-            // files.
-            if (lower == stem && isPictureFile(path) && (found.empty() || name < found)) found = name;
-        }
-        if (!found.empty()) return found;
+        std::string_view found;
+        // The first by name, so that the choice doesn't hang on the order in which a disk lists its files.
+        for (const std::string& name : fileNames)
+            if (isCalled(name, stem) && isPictureFile(name) && (found.empty() || name < found)) found = name;
+        if (!found.empty()) return std::string(found);
     }
     return {};
 }

@@ -12,7 +12,6 @@ namespace {
 
 constexpr std::size_t maximumFileBytes = 4 * 1024 * 1024;
 constexpr std::size_t maximumLineBytes = 4096;
-constexpr std::size_t maximumEntries = 10'000;
 constexpr std::size_t maximumProblems = 20;
 
 /** Text as UTF-8: what isn't is taken for Latin-1, as older programs wrote it. */
@@ -54,7 +53,7 @@ public:
         std::ranges::replace(text, '\\', '/');
         _result.entries.push_back((_file.parent_path() / text).lexically_normal());
     }
-    bool isFull() const { return _result.entries.size() >= maximumEntries; }
+    bool isFull() const { return _result.entries.size() >= mostPlaylistEntries; }
     void problem(std::size_t number, const std::string& reason) {
         if (_result.problems.size() < maximumProblems)
             _result.problems.push_back(_file.string() + ":" + std::to_string(number) + ": " + reason);
@@ -68,11 +67,10 @@ private:
 
 }  // namespace
 
-PlaylistFile readPlaylistFile(const std::filesystem::path& file) {
+PlaylistFile readPlaylistText(std::string_view text, const std::filesystem::path& file) {
     Reading reading(file);
-    std::string text = fileBytes(file, maximumFileBytes);
     if (text.empty()) reading.problem(1, "empty, unreadable or larger than 4 MB");
-    if (text.starts_with("\xef\xbb\xbf")) text.erase(0, 3);
+    if (text.starts_with("\xef\xbb\xbf")) text.remove_prefix(3);
     std::size_t number = 1;
     for (std::size_t start = 0; start < text.size(); ++number) {
         const auto end = std::min(text.find('\n', start), text.size());
@@ -80,10 +78,14 @@ PlaylistFile readPlaylistFile(const std::filesystem::path& file) {
             reading.problem(number, "more than 10,000 entries, the rest is left out");
             break;
         }
-        reading.line(text.substr(start, end - start), number);
+        reading.line(std::string(text.substr(start, end - start)), number);
         start = end + 1;
     }
     return reading.take();
+}
+
+PlaylistFile readPlaylistFile(const std::filesystem::path& file) {
+    return readPlaylistText(fileBytes(file, maximumFileBytes), file);
 }
 
 }  // namespace helmo

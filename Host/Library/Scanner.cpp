@@ -1,6 +1,6 @@
 #include "Host/Library/Scanner.h"
 
-#include "Host/Library/TagLibReader.h"
+#include "Host/Library/ThreadPriority.h"
 
 namespace helmo {
 
@@ -22,9 +22,7 @@ std::vector<std::filesystem::path> normalized(const std::vector<std::filesystem:
 
 Scanner::Scanner(std::shared_ptr<SqliteMediaLibrary> library, std::vector<std::filesystem::path> roots,
                  std::shared_ptr<TagReader> reader)
-    : _library(std::move(library)),
-      _roots(normalized(roots)),
-      _reader(reader ? std::move(reader) : std::make_shared<TagLibReader>()) {}
+    : _library(std::move(library)), _roots(normalized(roots)), _reader(std::move(reader)) {}
 
 Scanner::~Scanner() { _isStopping = true; }
 
@@ -36,6 +34,7 @@ void Scanner::rescan() {
     _wasStarted = true;
     if (_isQueued.exchange(true)) return;
     _queue.async([this] {  // the queue ends before this does
+        standBack();
         _isQueued = false;
         if (!_isStopping) LibraryScan(*_library, _roots, *_reader, _isStopping, _progressHandler).run();
     });

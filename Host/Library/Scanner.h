@@ -13,9 +13,8 @@ namespace helmo {
 /** Keeps a library in step with folders of music, in the background. Main thread. */
 class Scanner {
 public:
-    /** `reader` none: tags are read in this process. */
     Scanner(std::shared_ptr<SqliteMediaLibrary> library, std::vector<std::filesystem::path> roots,
-            std::shared_ptr<TagReader> reader = nullptr);
+            std::shared_ptr<TagReader> reader);
     Scanner(const Scanner&) = delete;
     Scanner& operator=(const Scanner&) = delete;
     /** Stops a scan between two files and waits for that. */

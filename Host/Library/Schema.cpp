@@ -126,10 +126,50 @@ std::string triggers() {
 
 void makeFirstTables(Database& database) { database.execute(tables + triggers()); }
 
+struct Index {
+    std::string name, definition;
+    std::string sql() const { return "CREATE INDEX IF NOT EXISTS " + name + " ON track " + definition; }
+};
+
+const std::array lateIndices{
+    Index{"track_by_album_artist",
+          "(album_artist_key, album_key, album_id, disc_number, track_number, id, media_type, present) "
+          "WHERE present = 1"},
+    Index{"track_by_album",
+          "(album_key, album_id, disc_number, track_number, id, media_type, present) WHERE present = 1"},
+    // The time tells files apart almost by itself.
+    Index{"track_by_stamp", "(mtime, size)"}};
+
+/** New tracks are counted many at once, files that are no tracks are remembered. */
+void countInBulk(Database& database) {
+    database.execute(
+        "DROP TRIGGER track_added;"
+        "DROP INDEX track_by_file;"
+        "CREATE TABLE unreadable ("
+        "folder_id INTEGER NOT NULL REFERENCES folder (id), file_name TEXT NOT NULL, part INTEGER NOT NULL,"
+        "size INTEGER NOT NULL, mtime INTEGER NOT NULL, reason TEXT NOT NULL,"
+        "PRIMARY KEY (folder_id, file_name, part)) WITHOUT ROWID;");
+    for (const std::string& sql : missingIndices(database)) database.execute(sql);
+}
+
 /** Step n brings version n to n + 1; new steps go to the end, old ones are never changed. */
-constexpr std::array migrations{makeFirstTables};
+constexpr std::array migrations{makeFirstTables, countInBulk};
 
 }  // namespace
+
+void dropLateIndices(Database& database) {
+    for (const Index& index : lateIndices) database.execute("DROP INDEX IF EXISTS " + index.name);
+}
+
+std::vector<std::string> missingIndices(Database& database) {
+    std::vector<std::string> missing;
+    for (const Index& index : lateIndices)
+        if (!database.integer(
+                {"SELECT EXISTS (SELECT 1 FROM sqlite_schema WHERE type = 'index' AND name = ?)",
+                 {index.name}}))
+            missing.push_back(index.sql());
+    return missing;
+}
 
 void prepare(Database& database) {
     Transaction transaction(database);

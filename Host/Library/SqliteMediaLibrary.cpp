@@ -4,13 +4,10 @@
 #include <chrono>
 
 #include "Host/Library/DatabaseFile.h"
-#include "Host/Library/EmbeddedPicture.h"
 #include "Host/Library/ItemColumns.h"
-#include "Host/Library/PictureFinder.h"
 #include "Host/Library/PlaylistColumns.h"
 #include "Host/Library/Schema.h"
 #include "Host/Library/SqliteQueryResult.h"
-#include "Host/Library/TagLibReader.h"
 #include "Host/Log.h"
 #include "Platform/Foundation/NotificationCenter.h"
 #include "Platform/Media/MediaPlaylist.h"
@@ -57,7 +54,7 @@ std::shared_ptr<SqliteMediaLibrary> SqliteMediaLibrary::open(const std::filesyst
 }
 
 SqliteMediaLibrary::SqliteMediaLibrary(const std::filesystem::path& file, Options options)
-    : _tagReader(options.tagReader ? std::move(options.tagReader) : std::make_shared<TagLibReader>()),
+    : _coverReader(std::move(options.coverReader)),
       _sortKey(std::move(options.language)),
       _writer(file, Database::Access::ReadWrite) {
     Schema::prepare(_writer);
@@ -134,9 +131,9 @@ Dictionary SqliteMediaLibrary::valuesOfPlaylist(PersistentID persistentID,
     return valuesOf({sql, {static_cast<std::int64_t>(persistentID)}}, PlaylistColumns::values, properties);
 }
 
-std::string SqliteMediaLibrary::embeddedPictureBytes(std::int64_t picture) const {
+std::vector<std::filesystem::path> SqliteMediaLibrary::filesWithPicture(std::int64_t picture) const {
     constexpr int filesTried = 4;  // the same picture is in every track of an album
-    const auto files = _readers->read(std::vector<std::filesystem::path>(), [&](Database& database) {
+    return _readers->read(std::vector<std::filesystem::path>(), [&](Database& database) {
         std::vector<std::filesystem::path> found;
         auto rows =
             database.prepare({"SELECT f.path, t.file_name FROM track t JOIN folder f ON f.id = t.folder_id "
@@ -145,29 +142,38 @@ std::string SqliteMediaLibrary::embeddedPictureBytes(std::int64_t picture) const
         while (rows.step()) found.push_back(std::filesystem::path(rows.text(0)) / rows.text(1));
         return found;
     });
-    for (const auto& file : files)
-        if (auto bytes = _tagReader->picture(file); !bytes.empty()) return bytes;
-    return {};
 }
 
-std::string SqliteMediaLibrary::folderPictureBytes(std::int64_t folder) const {
-    const auto file = _readers->read(std::filesystem::path(), [&](Database& database) {
+std::vector<std::filesystem::path> SqliteMediaLibrary::pictureOfFolder(std::int64_t folder) const {
+    return _readers->read(std::vector<std::filesystem::path>(), [&](Database& database) {
+        std::vector<std::filesystem::path> found;
         auto row =
             database.prepare({"SELECT path, picture FROM folder WHERE id = ? AND picture <> ''", {folder}});
-        return row.step() ? std::filesystem::path(row.text(0)) / row.text(1) : std::filesystem::path();
+        if (row.step()) found.push_back(std::filesystem::path(row.text(0)) / row.text(1));
+        return found;
     });
-    return file.empty() ? std::string() : fileBytes(file, maximumPictureBytes);
 }
 
 std::shared_ptr<const zornic::ImageSource> SqliteMediaLibrary::loadArtwork(const std::string& token,
                                                                            zornic::Size fittingSize,
                                                                            double scale) const {
     constexpr std::string_view embedded = "embedded:", file = "file:";
-    std::string bytes;
-    if (token.starts_with(embedded)) bytes = embeddedPictureBytes(numberIn(token.substr(embedded.size())));
-    if (token.starts_with(file)) bytes = folderPictureBytes(numberIn(token.substr(file.size())));
-    auto* loader = zornic::ImageLoader::current();
-    return bytes.empty() || !loader ? nullptr : loader->sourceFromData(bytes, fittingSize, scale);
+    std::vector<std::filesystem::path> files;
+    if (token.starts_with(embedded)) files = filesWithPicture(numberIn(token.substr(embedded.size())));
+    if (token.starts_with(file)) files = pictureOfFolder(numberIn(token.substr(file.size())));
+    for (const auto& path : files) {
+        const auto stamp = FileStamp::of(path);
+        if (!stamp) continue;
+        // What is wrong with a picture is wrong with it in every file.
+        if (!_coverReader || _unreadableCovers.contains(path, *stamp)) return nullptr;
+        const CoverReading reading = _coverReader->cover(path, fittingSize, scale);
+        if (!reading.problem.empty()) {
+            _unreadableCovers.insert(path, *stamp);
+            logLine("cover: " + path.string() + ": " + reading.problem);
+        }
+        return reading.image;
+    }
+    return nullptr;
 }
 
 void SqliteMediaLibrary::removePlaylist(const zornic::MediaPlaylist& playlist) {
@@ -187,9 +193,9 @@ bool SqliteMediaLibrary::write(const std::function<void(TrackStore&)>& change) {
     try {
         std::lock_guard lock(_writerMutex);
         Transaction transaction(_writer);
-        TrackStore store(_writer, _sortKey);
+        TrackStore store(_writer, _sortKey, _trackCache);
         change(store);
-        transaction.commit();
+        store.commit(transaction);
         return true;
     } catch (const DatabaseError& error) {
         logLine(std::string("library: writing the database failed: ") + error.what());

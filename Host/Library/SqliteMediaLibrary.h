@@ -4,10 +4,11 @@
 #include <filesystem>
 #include <mutex>
 
+#include "Host/Library/CoverReader.h"
 #include "Host/Library/Readers.h"
 #include "Host/Library/SortKey.h"
-#include "Host/Library/TagReader.h"
 #include "Host/Library/TrackStore.h"
+#include "Host/Library/UnreadableCovers.h"
 #include "Platform/Foundation/DispatchQueue.h"
 #include "Platform/Media/MediaLibrary.h"
 
@@ -18,8 +19,8 @@ namespace helmo {
 class SqliteMediaLibrary final : public zornic::MediaLibrary {
 public:
     struct Options {
-        /** Reads embedded pictures; none: in this process. */
-        std::shared_ptr<TagReader> tagReader;
+        /** Reads pictures; none: there are no covers. */
+        std::shared_ptr<CoverReader> coverReader;
         /** Two-letter code of the driver's language, for articles. */
         std::string language = "en";
     };
@@ -52,6 +53,8 @@ public:
     /** Runs `change` in one transaction of the writing connection, after other writers; whether it was kept.
        Lists show it after `noteChange`. Any thread; short, for others wait. */
     bool write(const std::function<void(TrackStore&)>& change);
+    /** For reading past the lists. Any thread. */
+    std::shared_ptr<Readers> readers() const { return _readers; }
     /** Makes results old and tells everybody, on the calling thread. */
     void noteChange();
     /** Reads through the whole file, at most once a day, and marks a damaged one so that the next `open` sets
@@ -63,13 +66,15 @@ private:
     template <class Row>
     zornic::Dictionary valuesOf(const SqlQuery& query, Row&& values,
                                 const std::vector<std::string>& properties) const;
-    std::string embeddedPictureBytes(std::int64_t picture) const;
-    std::string folderPictureBytes(std::int64_t folder) const;
+    std::vector<std::filesystem::path> filesWithPicture(std::int64_t picture) const;
+    std::vector<std::filesystem::path> pictureOfFolder(std::int64_t folder) const;
 
-    const std::shared_ptr<TagReader> _tagReader;
+    const std::shared_ptr<CoverReader> _coverReader;
+    mutable UnreadableCovers _unreadableCovers;
     const SortKey _sortKey;
     mutable std::mutex _writerMutex;
     Database _writer;
+    TrackCache _trackCache;
     std::shared_ptr<Readers> _readers;
     std::atomic<std::uint64_t> _generation{1};
     /** Writes that nobody waits for. Last: ends first. */

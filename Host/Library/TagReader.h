@@ -60,9 +60,6 @@ class TagReader {
 public:
     virtual ~TagReader() = default;
     virtual TagReading read(const std::filesystem::path& file) = 0;
-    /** Bytes of the picture embedded in `file`, the front cover first; empty without one or when it is too
-     * large. */
-    virtual std::string picture(const std::filesystem::path& file) = 0;
     /** A stream of its own, which the reader outlives; the default reads one by one as readings are taken. */
     virtual std::unique_ptr<TagStream> stream();
 };

@@ -4,6 +4,7 @@
 #include <random>
 
 #include "Host/Library/MediaFiles.h"
+#include "Host/Library/Schema.h"
 #include "Platform/Media/MediaProperty.h"
 
 namespace helmo {
@@ -38,17 +39,58 @@ const std::string& albumArtistOf(const TrackTags& tags) {
     return tags.albumArtist.empty() && !tags.isCompilation ? tags.artist : tags.albumArtist;
 }
 
+constexpr const char* updateTrack =
+    "UPDATE track SET folder_id = ?, file_name = ?, size = ?, mtime = ?, present = 1, title = ?, "
+    "sort_title = ?, artist_id = ?, album_id = ?, album_artist_id = ?, genre_id = ?, composer_id = ?, "
+    "podcast_id = ?, title_key = ?, artist_key = ?, album_artist_key = ?, album_key = ?, media_type = ?, "
+    "is_explicit = ?, is_compilation = ?, track_number = ?, track_count = ?, disc_number = ?, "
+    "duration = ?, release_date = ?, year = ?, picture = ? WHERE id = ?";
+constexpr const char* insertTrack =
+    "INSERT INTO track (folder_id, file_name, size, mtime, title, sort_title, artist_id, album_id, "
+    "album_artist_id, genre_id, composer_id, podcast_id, title_key, artist_key, album_artist_key, album_key, "
+    "media_type, is_explicit, is_compilation, track_number, track_count, disc_number, duration, "
+    "release_date, year, picture, pid, date_added) VALUES "
+    "(?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)";
+
 }  // namespace
 
-KnownFiles TrackStore::filesOfFolder(const std::filesystem::path& folder) {
-    KnownFiles files;
-    auto rows =
-        _database.prepare({"SELECT t.file_name, t.id, t.size, t.mtime, t.present FROM folder f "
-                           "JOIN track t ON t.folder_id = f.id WHERE f.path = ?",
-                           {folder.string()}});
-    while (rows.step())
-        files[rows.text(0)] = {rows.integer(1), rows.integer(2), rows.integer(3), rows.integer(4) != 0};
-    return files;
+/** What a track belongs to, and how it is sorted. */
+struct TrackStore::Membership {
+    std::string titleKey;
+    const Collection &artist, &albumArtist, &album, &genre;
+    const Collection *composer, *podcast;
+
+    static std::int64_t idOf(const Collection* collection) { return collection ? collection->id : 0; }
+    void count(TrackCounts& counts, std::int64_t mediaType) const {
+        counts.add(mediaType, {&titleKey, &artist.key, &albumArtist.key, &album.key},
+                   {artist.id, album.id, albumArtist.id, genre.id, idOf(composer), idOf(podcast)});
+    }
+};
+
+TrackStore::~TrackStore() {
+    if (!_isCommitted) _cache.clear();
+}
+
+void TrackStore::commit(Transaction& transaction) {
+    if (!_counts.isEmpty()) _counts.store(_database);
+    transaction.commit();
+    _isCommitted = true;
+    if (_cache.collections.size() > TrackCache::maximumEntries) _cache.clear();
+}
+
+void TrackStore::dropLateIndices() { Schema::dropLateIndices(_database); }
+
+Statement& TrackStore::kept(std::optional<Statement>& statement, const char* sql) {
+    if (statement)
+        statement->reset();
+    else
+        statement.emplace(_database.prepare({sql, {}}));
+    return *statement;
+}
+
+/** Triggers take a track out of the counts that it must be in by then. */
+void TrackStore::countBefore(std::int64_t track) {
+    if (_firstAdded && track >= *_firstAdded && !_counts.isEmpty()) _counts.store(_database);
 }
 
 std::unordered_map<std::int64_t, std::string> TrackStore::folders() {
@@ -59,32 +101,34 @@ std::unordered_map<std::int64_t, std::string> TrackStore::folders() {
 }
 
 std::int64_t TrackStore::folderId(const std::filesystem::path& folder) {
-    if (const auto id = _database.integer({"SELECT id FROM folder WHERE path = ?", {folder.string()}}))
-        return id;
-    _database.run({"INSERT INTO folder (path) VALUES (?)", {folder.string()}});
-    return _database.lastInsertedRow();
+    if (_cache.folderId != 0 && _cache.folder == folder.native()) return _cache.folderId;
+    auto id = _database.integer({"SELECT id FROM folder WHERE path = ?", {folder.native()}});
+    if (id == 0) {
+        _database.run({"INSERT INTO folder (path) VALUES (?)", {folder.native()}});
+        id = _database.lastInsertedRow();
+    }
+    _cache.folder = folder.native();
+    return _cache.folderId = id;
 }
 
-bool TrackStore::setFolderPicture(std::int64_t folder, const std::string& fileName, std::int64_t stamp) {
+void TrackStore::setFolderPicture(std::int64_t folder, const std::string& fileName, std::int64_t stamp) {
     _database.run(
-        {"UPDATE folder SET picture = ?1, picture_stamp = ?2 "
-         "WHERE id = ?3 AND (picture <> ?1 OR picture_stamp <> ?2)",
-         {fileName, stamp, folder}});
-    return _database.changes() > 0;
+        {"UPDATE folder SET picture = ?, picture_stamp = ? WHERE id = ?", {fileName, stamp, folder}});
 }
 
-TrackStore::Collection TrackStore::collection(std::int64_t kind, const std::string& name,
-                                              const std::string& sortName, const Collection& owner) {
+const TrackStore::Collection& TrackStore::collection(std::int64_t kind, const std::string& name,
+                                                     const std::string& sortName, const Collection& owner) {
+    _cacheKey.assign(1, static_cast<char>(kind));
+    _cacheKey.append(reinterpret_cast<const char*>(&owner.id), sizeof owner.id);
+    _cacheKey.append(sortName).append(1, '\n').append(name);
+    if (const auto cached = _cache.collections.find(_cacheKey); cached != _cache.collections.end())
+        return cached->second;
+    return _cache.collections.emplace(_cacheKey, storedCollection(kind, name, sortName, owner)).first->second;
+}
+
+TrackStore::Collection TrackStore::storedCollection(std::int64_t kind, const std::string& name,
+                                                    const std::string& sortName, const Collection& owner) {
     const std::string folded = SortKey::folded(name);
-    const std::string cacheKey =
-        std::to_string(kind) + ' ' + std::to_string(owner.id) + ' ' + sortName + '\n' + folded;
-    if (const auto cached = _collections.find(cacheKey); cached != _collections.end()) return cached->second;
-    return _collections[cacheKey] = storedCollection(kind, folded, name, sortName, owner);
-}
-
-TrackStore::Collection TrackStore::storedCollection(std::int64_t kind, const std::string& folded,
-                                                    const std::string& name, const std::string& sortName,
-                                                    const Collection& owner) {
     auto found =
         _database.prepare({"SELECT id, sort_key, sort_name FROM collection "
                            "WHERE kind = ? AND folded = ? AND owner_id = ?",
@@ -108,6 +152,9 @@ TrackStore::Collection TrackStore::storedCollection(std::int64_t kind, const std
 
 void TrackStore::sortAgain(std::int64_t kind, std::int64_t id, const std::string& sortName,
                            const std::string& key) {
+    if (!_counts.isEmpty()) _counts.store(_database);
+    for (auto& [name, known] : _cache.collections)
+        if (known.id == id) known.key = key;
     _database.run(
         {"UPDATE collection SET sort_name = ?, sort_key = ? WHERE id = ?", {sortName, Blob{key}, id}});
     const auto update = [&](const std::string& sql) { _database.run({sql, {Blob{key}, id}}); };
@@ -120,94 +167,105 @@ void TrackStore::sortAgain(std::int64_t kind, std::int64_t id, const std::string
 std::int64_t TrackStore::movedTrack(const MusicFile& file) {
     auto rows =
         _database.prepare({"SELECT t.id, f.path FROM track t JOIN folder f ON f.id = t.folder_id "
-                           "WHERE t.file_name = ? AND t.size = ? AND t.mtime = ?",
-                           {file.name, file.size, file.mtime}});
+                           "WHERE t.mtime = ? AND t.size = ? AND t.file_name = ?",
+                           {file.mtime, file.size, file.name}});
     while (rows.step())
         if (!FileStamp::of(std::filesystem::path(rows.text(1)) / file.name)) return rows.integer(0);
     return 0;
 }
 
 std::int64_t TrackStore::trackOf(const MusicFile& file, std::int64_t folder) {
-    const auto id = _database.integer(
+    return _database.integer(
         {"SELECT id FROM track WHERE folder_id = ? AND file_name = ?", {folder, file.name}});
-    return id ? id : movedTrack(file);
 }
 
-void TrackStore::store(const MusicFile& file, const TrackTags& tags) {
+TrackStore::Membership TrackStore::membershipOf(const TrackTags& tags) {
     const std::string& owner = albumArtistOf(tags);
     const std::string& ownerSort = &owner == &tags.artist ? tags.sortArtist : tags.sortAlbumArtist;
-    const auto artistRow = collection(artist, tags.artist, tags.sortArtist);
-    const auto albumArtistRow = collection(albumArtist, owner, ownerSort);
-    const auto albumRow = collection(album, tags.albumTitle, tags.sortAlbumTitle, albumArtistRow);
-    const auto genreRow = collection(genre, tags.genre, {});
-    const auto composerRow =
-        tags.composer.empty() ? Collection() : collection(composer, tags.composer, tags.sortComposer);
-    const auto podcastRow = tags.mediaType == zornic::MediaType::Podcast && !tags.albumTitle.empty()
-                                ? collection(podcast, tags.albumTitle, tags.sortAlbumTitle)
-                                : Collection();
-    const std::int64_t folder = folderId(file.folder);
-    const std::int64_t known = trackOf(file, folder);
-    SqlQuery sql{
-        known
-            ? "UPDATE track SET folder_id = ?, file_name = ?, size = ?, mtime = ?, present = 1, title = ?, "
-              "sort_title = ?, artist_id = ?, album_id = ?, album_artist_id = ?, genre_id = ?, "
-              "composer_id = ?, podcast_id = ?, title_key = ?, artist_key = ?, album_artist_key = ?, "
-              "album_key = ?, media_type = ?, is_explicit = ?, is_compilation = ?, track_number = ?, "
-              "track_count = ?, disc_number = ?, duration = ?, release_date = ?, year = ?, picture = ? "
-              "WHERE id = ?"
-            : "INSERT INTO track (folder_id, file_name, size, mtime, title, sort_title, artist_id, album_id, "
-              "album_artist_id, genre_id, composer_id, podcast_id, title_key, artist_key, album_artist_key, "
-              "album_key, media_type, is_explicit, is_compilation, track_number, track_count, disc_number, "
-              "duration, release_date, year, picture, pid, date_added) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, "
-              "?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
-        {folder,
-         file.name,
-         file.size,
-         file.mtime,
-         tags.title,
-         tags.sortTitle,
-         artistRow.id,
-         albumRow.id,
-         albumArtistRow.id,
-         genreRow.id,
-         idOrNull(composerRow.id),
-         idOrNull(podcastRow.id),
-         Blob{_sortKey.make(tags.title, tags.sortTitle)},
-         Blob{artistRow.key},
-         Blob{albumArtistRow.key},
-         Blob{albumRow.key},
-         tags.mediaType,
-         std::int64_t{tags.isExplicit},
-         std::int64_t{tags.isCompilation},
-         std::int64_t{tags.trackNumber},
-         std::int64_t{tags.trackCount},
-         std::int64_t{tags.discNumber},
-         tags.duration,
-         tags.releaseDate ? SqlValue(secondsSince1970(*tags.releaseDate)) : SqlValue(),
-         std::int64_t{tags.year},
-         tags.picture}};
-    if (known) {
-        sql.values.emplace_back(known);
-    } else {
-        sql.values.emplace_back(newPersistentID());
-        sql.values.emplace_back(now());
-    }
-    _database.run(sql);
+    const Collection& ownerRow = collection(albumArtist, owner, ownerSort);
+    const bool isPodcast = tags.mediaType == zornic::MediaType::Podcast && !tags.albumTitle.empty();
+    return {_sortKey.make(tags.title, tags.sortTitle),
+            collection(artist, tags.artist, tags.sortArtist),
+            ownerRow,
+            collection(album, tags.albumTitle, tags.sortAlbumTitle, ownerRow),
+            collection(genre, tags.genre, {}),
+            tags.composer.empty() ? nullptr : &collection(composer, tags.composer, tags.sortComposer),
+            isPodcast ? &collection(podcast, tags.albumTitle, tags.sortAlbumTitle) : nullptr};
 }
 
-void TrackStore::markPresent(std::int64_t track, bool isPresent) {
-    _database.run({"UPDATE track SET present = ? WHERE id = ?", {std::int64_t{isPresent}, track}});
+void TrackStore::store(const MusicFile& file, const TrackTags& tags, const Place& place) {
+    const Membership member = membershipOf(tags);
+    const std::int64_t folder = folderId(file.folder);
+    std::int64_t track = place.track ? *place.track : trackOf(file, folder);
+    if (track == 0 && place.mayHaveMoved) track = movedTrack(file);
+    if (track != 0) countBefore(track);
+    Statement& row = track != 0 ? kept(_update, updateTrack) : kept(_insert, insertTrack);
+    row.bind(folder).bind(file.name).bind(file.size).bind(file.mtime).bind(tags.title).bind(tags.sortTitle);
+    row.bind(member.artist.id).bind(member.album.id).bind(member.albumArtist.id).bind(member.genre.id);
+    row.bind(idOrNull(Membership::idOf(member.composer))).bind(idOrNull(Membership::idOf(member.podcast)));
+    row.bind(Blob{member.titleKey}).bind(Blob{member.artist.key}).bind(Blob{member.albumArtist.key});
+    row.bind(Blob{member.album.key}).bind(tags.mediaType).bind(std::int64_t{tags.isExplicit});
+    row.bind(std::int64_t{tags.isCompilation}).bind(std::int64_t{tags.trackNumber});
+    row.bind(std::int64_t{tags.trackCount}).bind(std::int64_t{tags.discNumber}).bind(tags.duration);
+    row.bind(tags.releaseDate ? SqlValue(secondsSince1970(*tags.releaseDate)) : SqlValue());
+    row.bind(std::int64_t{tags.year}).bind(tags.picture);
+    if (track != 0) {
+        row.bind(track).run();
+        return;
+    }
+    row.bind(newPersistentID()).bind(now()).run();
+    member.count(_counts, tags.mediaType);
+    if (!_firstAdded) _firstAdded = _database.lastInsertedRow();
+}
+
+void TrackStore::markPresent(std::int64_t track, std::int64_t folder, bool isPresent) {
+    countBefore(track);
+    kept(_mark, "UPDATE track SET present = ? WHERE id = ? AND folder_id = ?")
+        .bind(std::int64_t{isPresent})
+        .bind(track)
+        .bind(folder)
+        .run();
 }
 
 std::int64_t TrackStore::hideFolder(std::int64_t folder) {
+    if (!_counts.isEmpty()) _counts.store(_database);
     _database.run({"UPDATE track SET present = 0 WHERE folder_id = ? AND present = 1", {folder}});
     return _database.changes();
 }
 
-KnownFiles TrackStore::playlistFiles() {
+void TrackStore::note(const MusicFile& file, FilePart part, const std::string& reason) {
+    _database.run(
+        {"INSERT OR REPLACE INTO unreadable (folder_id, file_name, part, size, mtime, reason) "
+         "VALUES (?, ?, ?, ?, ?, ?)",
+         {folderId(file.folder), file.name, static_cast<std::int64_t>(part), file.size, file.mtime, reason}});
+}
+
+void TrackStore::noteUnreadable(const MusicFile& file, const std::string& reason) {
+    note(file, FilePart::Tags, reason);
+    const std::int64_t folder = folderId(file.folder);
+    if (const auto track = trackOf(file, folder)) markPresent(track, folder, false);
+}
+
+void TrackStore::noteUnreadablePicture(const MusicFile& file, const std::string& reason) {
+    note(file, FilePart::Picture, reason);
+}
+
+bool TrackStore::isUnreadablePicture(Database& database, const MusicFile& file) {
+    return database.integer({"SELECT EXISTS (SELECT 1 FROM folder f JOIN unreadable u ON u.folder_id = f.id "
+                             "WHERE f.path = ? AND u.file_name = ? AND u.part = ? AND u.size = ? AND "
+                             "u.mtime = ?)",
+                             {file.folder.native(), file.name, static_cast<std::int64_t>(FilePart::Picture),
+                              file.size, file.mtime}}) != 0;
+}
+
+void TrackStore::forgetUnreadable(std::int64_t folder, const std::string& fileName) {
+    _database.run({"DELETE FROM unreadable WHERE folder_id = ? AND file_name = ?", {folder, fileName}});
+}
+
+KnownFiles TrackStore::playlistFiles(Database& database) {
     KnownFiles files;
     auto rows =
-        _database.prepare({"SELECT path, id, size, mtime, present FROM playlist WHERE path IS NOT NULL", {}});
+        database.prepare({"SELECT path, id, size, mtime, present FROM playlist WHERE path IS NOT NULL", {}});
     while (rows.step())
         files[rows.text(0)] = {rows.integer(1), rows.integer(2), rows.integer(3), rows.integer(4) != 0};
     return files;
@@ -254,6 +312,7 @@ bool TrackStore::areSortKeysCurrent() {
 }
 
 void TrackStore::renewSortKeys() {
+    _cache.clear();
     _database.execute("DELETE FROM section_title");
     for (const auto& title : _sortKey.indexTitles().titles())
         _database.run({"INSERT INTO section_title VALUES (?, ?, ?)",

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -9,10 +10,12 @@
 #include "Host/Library/PlaylistFileReader.h"
 #include "Host/Library/SortKey.h"
 #include "Host/Library/TagReader.h"
+#include "Host/Library/TrackCache.h"
+#include "Host/Library/TrackCounts.h"
 
 namespace helmo {
 
-/** A music file as the database knows it. */
+/** A playlist file as the database knows it. */
 struct KnownFile {
     std::int64_t id = 0;
     std::int64_t size = 0;
@@ -30,31 +33,65 @@ struct MusicFile {
     std::filesystem::path path() const { return folder / name; }
 };
 
-/** Writes tracks, what they belong to, and playlists. Lives within one transaction of the writing connection:
-   what it remembers of rows is worth nothing after a roll-back. Throws. */
+/** What can be broken in a file. */
+enum class FilePart : std::int64_t { Tags = 0, Picture = 1 };
+
+/** Writes tracks, what they belong to, and playlists. Lives within one transaction of the writing connection,
+   which ends with `commit`. Throws. */
 class TrackStore {
 public:
-    TrackStore(Database& database, const SortKey& sortKey) : _database(database), _sortKey(sortKey) {}
+    /** `cache`: what earlier transactions found; forgotten when this one isn't committed. */
+    TrackStore(Database& database, const SortKey& sortKey, TrackCache& cache)
+        : _database(database), _sortKey(sortKey), _cache(cache) {}
+    ~TrackStore();
+    TrackStore(const TrackStore&) = delete;
+    TrackStore& operator=(const TrackStore&) = delete;
+    /** Stores what was gathered and ends the transaction. */
+    void commit(Transaction& transaction);
 
-    /** Files of a folder by name. */
-    KnownFiles filesOfFolder(const std::filesystem::path& folder);
+    /** Before many tracks are added to a library that never held any: drops the indices that are quicker made
+       at the end. */
+    void dropLateIndices();
+    /** Runs a statement that makes an index. */
+    void makeIndex(const std::string& sql) { _database.execute(sql); }
+    /** Frees what was kept for further transactions. */
+    void forgetCache() { _cache.clear(); }
+
     /** All folders that ever held music, by ID. */
     std::unordered_map<std::int64_t, std::string> folders();
     /** The row of a folder, made when it is new. */
     std::int64_t folderId(const std::filesystem::path& folder);
-    /** Sets the folder's picture; whether that was a change. */
-    bool setFolderPicture(std::int64_t folder, const std::string& fileName, std::int64_t stamp);
+    /** Sets the folder's picture. */
+    void setFolderPicture(std::int64_t folder, const std::string& fileName, std::int64_t stamp);
 
     /** Stores what a file says. A file that is new at its place, but is one that vanished elsewhere (same
        name, size and time), is that track still: it keeps its persistent ID, its play count and its
        playlists. */
-    void store(const MusicFile& file, const TrackTags& tags);
-    void markPresent(std::int64_t track, bool isPresent);
+    void store(const MusicFile& file, const TrackTags& tags) { store(file, tags, Place()); }
+    /** What is already known of a file's place. */
+    struct Place {
+        /** The track there, 0 for none; left out, it is looked up. */
+        std::optional<std::int64_t> track;
+        /** Whether a new file may have vanished elsewhere. */
+        bool mayHaveMoved = true;
+    };
+    void store(const MusicFile& file, const TrackTags& tags, const Place& place);
+    /** Shows or hides a track, as long as it is in `folder`: it may have moved. */
+    void markPresent(std::int64_t track, std::int64_t folder, bool isPresent);
     /** Hides all tracks of a folder; how many were there. */
     std::int64_t hideFolder(std::int64_t folder);
 
-    /** Playlist files by path. */
-    KnownFiles playlistFiles();
+    /** Remembers that a file as it is now is no track, or its picture none, and why. The track at its place
+       is hidden. */
+    void noteUnreadable(const MusicFile& file, const std::string& reason);
+    void noteUnreadablePicture(const MusicFile& file, const std::string& reason);
+    /** Whether that was noted of the file as it is now. Any connection may be asked. */
+    static bool isUnreadablePicture(Database& database, const MusicFile& file);
+    /** Forgets both. */
+    void forgetUnreadable(std::int64_t folder, const std::string& fileName);
+
+    /** Playlist files by path. Any connection may be asked. */
+    static KnownFiles playlistFiles(Database& database);
     /** Stores a playlist file; entries that are no known tracks are left out. */
     void storePlaylist(const std::filesystem::path& file, std::int64_t size, std::int64_t mtime,
                        const PlaylistFile& list);
@@ -69,25 +106,34 @@ public:
     void renewSortKeys();
 
 private:
-    struct Collection {
-        std::int64_t id = 0;
-        std::string key;
-    };
-    Collection collection(std::int64_t kind, const std::string& name, const std::string& sortName,
-                          const Collection& owner);
-    Collection collection(std::int64_t kind, const std::string& name, const std::string& sortName) {
-        return collection(kind, name, sortName, Collection());
+    using Collection = TrackCache::Collection;
+    struct Membership;
+    const Collection& collection(std::int64_t kind, const std::string& name, const std::string& sortName,
+                                 const Collection& owner);
+    const Collection& collection(std::int64_t kind, const std::string& name, const std::string& sortName) {
+        static const Collection nobody;
+        return collection(kind, name, sortName, nobody);
     }
-    Collection storedCollection(std::int64_t kind, const std::string& folded, const std::string& name,
-                                const std::string& sortName, const Collection& owner);
+    Collection storedCollection(std::int64_t kind, const std::string& name, const std::string& sortName,
+                                const Collection& owner);
     void sortAgain(std::int64_t kind, std::int64_t id, const std::string& sortName, const std::string& key);
+    Membership membershipOf(const TrackTags& tags);
     std::int64_t trackOf(const MusicFile& file, std::int64_t folder);
     std::int64_t movedTrack(const MusicFile& file);
     std::int64_t trackAt(const std::filesystem::path& file);
+    void note(const MusicFile& file, FilePart part, const std::string& reason);
+    Statement& kept(std::optional<Statement>& statement, const char* sql);
+    void countBefore(std::int64_t track);
 
     Database& _database;
     const SortKey& _sortKey;
-    std::unordered_map<std::string, Collection> _collections;
+    TrackCache& _cache;
+    TrackCounts _counts;
+    /** The first row that this transaction added. */
+    std::optional<std::int64_t> _firstAdded;
+    bool _isCommitted = false;
+    std::string _cacheKey;
+    std::optional<Statement> _insert, _update, _mark;
 };
 
 }  // namespace helmo

@@ -17,9 +17,7 @@ std::string described(const toml::node& node) {
     constexpr std::size_t longest = 60;
     if (node.is_table()) return "a table";
     if (node.is_array()) return node.as_array()->empty() ? "an empty list" : "a list";
-    auto result = writtenValue(node);
-    std::ranges::replace_if(
-        result, [](char c) { return static_cast<unsigned char>(c) < ' '; }, ' ');
+    const auto result = writtenValue(node);
     return result.size() > longest ? result.substr(0, longest) + "..." : result;
 }
 
@@ -51,11 +49,14 @@ public:
         std::ranges::stable_sort(_reading.problems, {}, &SettingsProblem::line);
     }
 
+private:
     void report(std::size_t line, std::string message) {
+        // Names, values and what the parser quotes may hold anything: a problem is one line.
+        std::ranges::replace_if(
+            message, [](char c) { return static_cast<unsigned char>(c) < ' '; }, ' ');
         _reading.problems.push_back({_file, line, std::move(message)});
     }
 
-private:
     /** The text's table, or that of the lines before its first error. */
     toml::table parsed(std::string_view text) {
         constexpr int attempts = 100;
@@ -102,17 +103,18 @@ std::optional<std::string> settingsTextOf(const std::filesystem::path& file, std
     return std::nullopt;
 }
 
-SettingsReading readSettings(const std::filesystem::path& file) {
+SettingsReading readSettingsText(const std::string& text, const std::filesystem::path& file) {
     SettingsReading reading;
-    std::error_code failure;
-    if (!std::filesystem::exists(file, failure) && !failure) return reading;
-    Reader reader(file, reading);
-    std::string problem;
-    if (const auto text = settingsTextOf(file, problem))
-        reader.read(*text);
-    else
-        reader.report(0, "can't be read: " + problem);
+    Reader(file, reading).read(text);
     return reading;
+}
+
+SettingsReading readSettings(const std::filesystem::path& file) {
+    std::error_code failure;
+    if (!std::filesystem::exists(file, failure) && !failure) return {};
+    std::string problem;
+    if (const auto text = settingsTextOf(file, problem)) return readSettingsText(*text, file);
+    return {{}, {{file, 0, "can't be read: " + problem}}};
 }
 
 }  // namespace helmo

@@ -32,5 +32,7 @@ inline constexpr std::uintmax_t longestSettingsFile = 1 << 20;
 std::optional<std::string> settingsTextOf(const std::filesystem::path& file, std::string& problem);
 /** Reads what can be read; what is wrong or missing keeps its default. No file at all is no problem. */
 SettingsReading readSettings(const std::filesystem::path& file);
+/** The same from a file's text; `file` is for the problems. */
+SettingsReading readSettingsText(const std::string& text, const std::filesystem::path& file);
 
 }  // namespace helmo

@@ -1,6 +1,8 @@
 #include <cstdint>
 #include <cstring>
 #include <filesystem>
+#include <fstream>
+#include <unistd.h>
 
 #include <gdk-pixbuf/gdk-pixbuf.h>
 #include <gtest/gtest.h>
@@ -23,6 +25,13 @@ std::string encoded(int width, int height, const char* format) {
     std::string result(bytes, size);
     g_free(bytes);
     return result;
+}
+
+/** One that has pictures decoded. */
+HostImageLoader& pictureLoader() {
+    static HostImageLoader loader(
+        std::make_shared<PictureReader>(std::make_shared<ReaderProgram>(HELMO_READER)));
+    return loader;
 }
 
 std::uint32_t pixel(const zornic::ImageSource& source, int width, int height, int x, int y) {
@@ -54,7 +63,7 @@ TEST(HostImageLoaderTest, DrawingsHaveTheirSizeInPointsAndAreSharpAtAnyScale) {
 }
 
 TEST(HostImageLoaderTest, PicturesFillTheirRoomAndAreNeverScaledUp) {
-    HostImageLoader loader;
+    HostImageLoader& loader = pictureLoader();
     for (const char* const format : {"jpeg", "png"}) {
         const auto data = encoded(800, 400, format);
         const auto source = loader.sourceFromData(data, {50, 50}, 2);
@@ -75,7 +84,7 @@ TEST(HostImageLoaderTest, PicturesTakenSidewaysStandUpright) {
     // Orientation 6: the camera's top is on the right.
     data.insert(2, "\xFF\xE1\x00\x22"s + "Exif\0\0"s + "MM\0\x2A\0\0\0\x08"s + "\0\x01"s +
                        "\x01\x12\0\x03\0\0\0\x01\0\x06\0\0"s + "\0\0\0\0"s);
-    const auto source = HostImageLoader().sourceFromData(data, {20, 20}, 1);
+    const auto source = pictureLoader().sourceFromData(data, {20, 20}, 1);
     ASSERT_TRUE(source);
     EXPECT_EQ(source->size(), (zornic::Size{20, 40}));
     EXPECT_TRUE(isRed(pixel(*source, 20, 40, 10, 5)));
@@ -84,10 +93,10 @@ TEST(HostImageLoaderTest, PicturesTakenSidewaysStandUpright) {
 
 TEST(HostImageLoaderTest, WhatIsNoPictureIsNone) {
     using namespace std::string_literals;
-    HostImageLoader loader;
+    HostImageLoader& loader = pictureLoader();
     const auto png = encoded(80, 40, "png");
     auto giant = png;
-    giant.replace(16, 8, "\0\0\xFF\xFF\0\0\xFF\xFF"s);  // its header claims 65535 x 65535
+    giant.replace(16, 8, "\0\0\x4E\x20\0\0\x4E\x20"s);  // its header claims 20,000 x 20,000
     const std::string hostile[] = {"",
                                    "no picture",
                                    "\xFF\xD8\xFF"s,
@@ -100,8 +109,36 @@ TEST(HostImageLoaderTest, WhatIsNoPictureIsNone) {
                                    png + std::string(HostImageLoader::maxBytes, '\0')};
     for (const auto& data : hostile)
         EXPECT_FALSE(loader.sourceFromData(data, {50, 50}, 1)) << data.substr(0, 20);
+    EXPECT_TRUE(loader.sourceFromData(png, {50, 50}, 1)) << "after all those";
     EXPECT_FALSE(loader.sourceFromFile("/nowhere/at/all.svg"));
     EXPECT_FALSE(loader.sourceFromFile("/"));
+}
+
+TEST(HostImageLoaderTest, CoversSayWhatIsWrongWithThem) {
+    const auto folder =
+        std::filesystem::temp_directory_path() / ("helmo-covers-" + std::to_string(::getpid()));
+    std::filesystem::create_directories(folder);
+    const auto problem = [&](const char* name, const std::string& bytes) {
+        const auto file = folder / name;
+        std::ofstream(file, std::ios::binary) << bytes;
+        const auto reading = pictureLoader().cover(file, {50, 50}, 2);
+        EXPECT_NE(reading.problem.empty(), !reading.image);
+        return reading.problem;
+    };
+    const auto png = encoded(80, 40, "png"), jpeg = encoded(80, 40, "jpeg");
+    EXPECT_EQ(problem("whole.png", png), "");
+    EXPECT_EQ(problem("called.jpg", png), "");
+    EXPECT_EQ(problem("cut.png", png.substr(0, png.size() / 2)), "the picture is cut off");
+    EXPECT_THAT(problem("rubbish.jpg", jpeg.substr(0, 4) + std::string(400, 'x')),
+                testing::HasSubstr("the picture is damaged: "));
+    auto giant = encoded(80, 40, "bmp");
+    giant.replace(18, 4, std::string("\x20\x4E\0\0", 4));
+    EXPECT_EQ(problem("giant.bmp", giant), "the picture claims 20000 x 40 pixels, more than are taken");
+    EXPECT_EQ(problem("none.mp3", "no music"), "it holds no picture");
+    EXPECT_EQ(problem("empty.png", ""), "the file is empty");
+    EXPECT_THAT(pictureLoader().cover(folder / "gone.png", {50, 50}, 1).problem,
+                testing::HasSubstr("can't be opened: No such file"));
+    std::filesystem::remove_all(folder);
 }
 
 TEST(HostImageLoaderTest, DrawnPicturesAreBlackWhereOpaqueAndUnpainted) {

@@ -95,6 +95,10 @@ TEST_F(SettingsTest, WrongValuesAreNamedAndEverythingElseHolds) {
                     ":5: \"colour\" is not a setting", StartsWith(":6: repeat: found 3, expected"),
                     StartsWith(":7: screen: found \"100x100\", expected WIDTHxHEIGHT")));
 
+    write("\"two\\nlines\" = 1\nmode = t\x17\n");
+    EXPECT_THAT(problems(), ElementsAre(":1: \"two lines\" is not a setting", StartsWith(":2: ")));
+    EXPECT_THAT(problems().back(), Not(HasSubstr("\x17"))) << "a problem is one line of a log";
+
     write("tabs = []\nmusic_folders = \"/srv\"\n");
     EXPECT_EQ(readSettings(file).values, SettingsValues());
     EXPECT_EQ(problems().size(), 2u);

@@ -11,8 +11,9 @@
 #include <wavfile.h>
 
 #include "Host/Library/FileNameTags.h"
+#include "Host/Library/PictureFinder.h"
 #include "Host/Library/Scanner.h"
-#include "Host/Library/TagLibReader.h"
+#include "Host/Reader/Program/TagLibReader.h"
 #include "Platform/Foundation/NotificationCenter.h"
 #include "Tests/Host/LibraryFixture.h"
 
@@ -33,15 +34,14 @@ public:
         ++reads;
         return _reader.read(file);
     }
-    std::string picture(const fs::path& file) override { return _reader.picture(file); }
     std::atomic<int> reads{0};
 
 private:
     TagLibReader _reader;
 };
 
-/** Makes "pictures" that know their bytes. */
-class BytesLoader final : public zornic::ImageLoader {
+/** Reads "pictures" that know their bytes. */
+class BytesReader final : public CoverReader {
 public:
     struct Source final : zornic::ImageSource {
         explicit Source(std::string data) : bytes(std::move(data)) {}
@@ -50,15 +50,13 @@ public:
         std::size_t cost() const override { return bytes.size(); }
         const std::string bytes;
     };
-    std::shared_ptr<const zornic::ImageSource> sourceFromFile(const fs::path&) override { return nullptr; }
-    std::shared_ptr<const zornic::ImageSource> sourceFromData(const std::string& data, zornic::Size,
-                                                              double) override {
-        return std::make_shared<Source>(data);
+    CoverReading cover(const fs::path& file, zornic::Size, double) override {
+        ++reads;
+        auto bytes = isPictureFile(file) ? fileBytes(file, 1000) : TagLibReader().picture(file).bytes;
+        if (bytes == "broken") return {nullptr, "it is broken"};
+        return {std::make_shared<Source>(std::move(bytes)), {}};
     }
-    std::shared_ptr<const zornic::ImageSource> sourceByDrawing(
-        zornic::Size, bool, double, const std::function<void(zornic::Canvas&)>&) override {
-        return nullptr;
-    }
+    int reads = 0;
 };
 
 class LibraryScanTest : public LibraryFixture {
@@ -87,7 +85,7 @@ protected:
         // Block sizes, no frame sizes, then 44,100 Hz, one channel, 16 bits, 44,100 samples.
         return "fLaC" + number(0x80000022, 4, true) + number(4096, 2, true) + number(4096, 2, true) +
                std::string(6, '\0') + number(0x0AC440F0, 4, true) + number(44100, 4, true) +
-               std::string(16, '\0');
+               std::string(16, '\0') + "frames";
     }
     static std::string mpeg() {
         std::string frames;
@@ -95,7 +93,18 @@ protected:
         return frames;
     }
     static std::string mp4() {
-        return number(16, 4, true) + "ftypM4A " + number(0, 4, true) + number(8, 4, true) + "moov";
+        const auto atom = [](const std::string& name, const std::string& content) {
+            return number(static_cast<std::uint32_t>(content.size() + 8), 4, true) + name + content;
+        };
+        // Two seconds of one channel at 8,000 Hz.
+        const std::string handler = atom("hdlr", std::string(8, '\0') + "soun" + std::string(13, '\0'));
+        const std::string length =
+            std::string(12, '\0') + number(8000, 4, true) + number(16000, 4, true) + number(0, 4);
+        const std::string sound = std::string(8, '\0') + std::string(8, '\0') + number(1, 2, true) +
+                                  number(16, 2, true) + number(0, 4) + number(8000, 2, true) + number(0, 2);
+        const std::string samples = atom("stsd", number(0, 4) + number(1, 4, true) + atom("mp4a", sound));
+        const std::string media = handler + atom("mdhd", length) + atom("minf", atom("stbl", samples));
+        return atom("ftyp", "M4A " + number(0, 4)) + atom("moov", atom("trak", atom("mdia", media)));
     }
     static TagLib::PropertyMap map(const Properties& properties) {
         TagLib::PropertyMap result;
@@ -142,7 +151,7 @@ TEST_F(LibraryScanTest, ReadsTagsOfEveryKindOfFileAndTakesFilesWithoutAny) {
     tagged<TagLib::MPEG::File>("mpeg.mp3", mpeg(),
                                {{"TITLE", "Mp\n3\xc2\x85"}, {"GENRE", "Podcast"}, {"ALBUM", "Daily"}});
     tagged<TagLib::MP4::File>("book.m4b", mp4(), {{"TITLE", "Book"}});
-    write("Some Album/CD 2/04 - Plain.mka", "no tags");
+    write("Some Album/CD 2/04 - Plain.mka", "\x1A\x45\xDF\xA3 no tags");
     write("broken.mp3", "");
     write("notes.txt", "no music");
     write(".hidden/secret.mp3", mpeg());
@@ -231,13 +240,13 @@ TEST_F(LibraryScanTest, ReadsOnlyWhatChangedAndForgetsNothingThatVanishes) {
 }
 
 TEST_F(LibraryScanTest, PicturesComeFromTheFileOrItsFolderAndEqualOnesShareAToken) {
-    const auto loader = std::make_shared<BytesLoader>();
-    zornic::ImageLoader::install(loader);
+    const auto covers = std::make_shared<BytesReader>();
+    _library = SqliteMediaLibrary::open(databaseFile(), {.coverReader = covers});
     for (const std::string name : {"x/one.mp3", "x/two.mp3"}) {
         const auto path = tagged<TagLib::MPEG::File>(name, mpeg(), {{"TITLE", name}});
         TagLib::MPEG::File file(path.c_str());
         auto* frame = new TagLib::ID3v2::AttachedPictureFrame;
-        frame->setPicture(TagLib::ByteVector("inside"));
+        frame->setPicture(TagLib::ByteVector("\xFF\xD8\xFFinside"));
         file.ID3v2Tag(true)->addFrame(frame);
         file.save();
     }
@@ -251,11 +260,11 @@ TEST_F(LibraryScanTest, PicturesComeFromTheFileOrItsFolderAndEqualOnesShareAToke
     };
     const auto bytes = [&](const std::string& title) {
         const auto source = _library->loadArtwork(token(title), {36, 36}, 1);
-        const auto* loaded = dynamic_cast<const BytesLoader::Source*>(source.get());
+        const auto* loaded = dynamic_cast<const BytesReader::Source*>(source.get());
         return loaded ? loaded->bytes : "(none)";
     };
     EXPECT_EQ(token("x/one.mp3"), token("x/two.mp3"));
-    EXPECT_EQ(bytes("x/one.mp3"), "inside");
+    EXPECT_EQ(bytes("x/one.mp3"), "\xFF\xD8\xFFinside");
     EXPECT_EQ(bytes("Three"), "cover");
     EXPECT_EQ(token("Four"), "");
     const auto before = token("Three");
@@ -264,9 +273,17 @@ TEST_F(LibraryScanTest, PicturesComeFromTheFileOrItsFolderAndEqualOnesShareAToke
     scan();
     EXPECT_NE(token("Three"), before);  // so that no cache shows the old one
     fs::remove(music() / "x/one.mp3");
-    EXPECT_EQ(bytes("x/two.mp3"), "inside");
+    EXPECT_EQ(bytes("x/two.mp3"), "\xFF\xD8\xFFinside");
     EXPECT_FALSE(_library->loadArtwork("embedded:nonsense", {36, 36}, 1));
-    zornic::ImageLoader::install(nullptr);
+
+    write("y/COVER.png", "broken");
+    testing::internal::CaptureStderr();
+    const int readsBefore = covers->reads;
+    EXPECT_EQ(bytes("Three") + bytes("Three"), "(none)(none)");
+    EXPECT_EQ(covers->reads, readsBefore + 1) << "not tried again";
+    EXPECT_THAT(testing::internal::GetCapturedStderr(), testing::HasSubstr("y/COVER.png: it is broken"));
+    write("y/COVER.png", "whole again");
+    EXPECT_EQ(bytes("Three"), "whole again");
 }
 
 TEST_F(LibraryScanTest, PlaylistFilesBecomePlaylists) {
@@ -310,7 +327,6 @@ TEST_F(LibraryScanTest, GoesOnceThroughLinkedFoldersAndStopsWhenItsOwnerGoes) {
             std::this_thread::sleep_for(std::chrono::milliseconds(20));
             return {};
         }
-        std::string picture(const fs::path&) override { return {}; }
     };
     for (int at = 0; at < 30; ++at) fs::remove(music() / ("a/" + std::to_string(at) + ".wav"));
     for (int at = 0; at < 500; ++at) write("b/" + std::to_string(at) + ".mp3", "");

@@ -1,6 +1,7 @@
 #include <set>
 
 #include "ControllerFixture.h"
+#include "Platform/Toolkit/AlertController.h"
 #include "Platform/Toolkit/Button.h"
 #include "Platform/Toolkit/TabBarController.h"
 #include "Platform/Toolkit/TableViewController.h"
@@ -128,6 +129,28 @@ TEST_F(FocusTest, AListIsOneStopWhoseEndsLetGo) {
     EXPECT_FALSE(window->focusSystem().focusedItem()->isDescendantOf(*list->view()));
 }
 
+TEST_F(FocusTest, IsOnViewAgainAfterAFingerScrolledItAway) {
+    const auto list = make<NumbersController>();
+    list->count = 1000;
+    show(list);
+    EXPECT_EQ(turned(2), "2");
+    window->touchDown({100, 300});
+    for (double y = 300; y > 60; y -= 20) {
+        frame(std::chrono::milliseconds(17));
+        window->touchMove({100, y});
+    }
+    window->touchUp({100, 60});
+    EXPECT_EQ(focused(), "2") << "stays while the list moves";
+    for (int i = 0; i < 300; ++i) frame(std::chrono::milliseconds(17));
+    focused();
+    const auto row = window->focusSystem().focusedItem();
+    ASSERT_TRUE(row);
+    EXPECT_TRUE(row->convertToWindow(row->bounds()).intersects(window->bounds()));
+    const auto title = std::stoi(focused());
+    EXPECT_GT(title, 2);
+    EXPECT_EQ(turned(1), std::to_string(title + 1));
+}
+
 TEST_F(FocusTest, ReturnsWhereAScreenHadItWhenTheScreenComesBack) {
     const auto list = make<NumbersController>(), deeper = make<NumbersController>();
     const auto stack = make<NavigationController>(list);
@@ -151,6 +174,22 @@ TEST_F(FocusTest, ReturnsWhereAScreenHadItWhenTheScreenComesBack) {
     window->pressKnob(false);
     settle();
     EXPECT_EQ(focused(), "4");
+}
+
+TEST_F(FocusTest, ReturnsAtOnceFromAnAlertThatFadesAway) {
+    const auto root = make<ViewController>();
+    const auto under = button("under", {10, 10, 60, 60}, root->view());
+    show(root);
+    const auto alert = make<AlertController>("Title", "Message", AlertControllerStyle::Alert);
+    alert->addAction(make<AlertAction>("OK", AlertActionStyle::Cancel, nullptr));
+    root->presentViewController(alert, true);
+    settle();
+    EXPECT_EQ(focused(), "OK");
+    EXPECT_TRUE(window->pressBack());
+    EXPECT_EQ(window->focusSystem().focusedItem(), under);
+    EXPECT_EQ(focusedIn(*window), 1);
+    settle();
+    EXPECT_EQ(focused(), "under");
 }
 
 TEST_F(FocusTest, BackGoesFromTheContentToItsTab) {

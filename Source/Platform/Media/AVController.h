@@ -83,6 +83,9 @@ public:
     /** Position of the current item in playing order, and length of the queue. */
     std::uint64_t playbackIndex() const { return _position; }
     std::uint64_t playbackCount() const;
+    /** Makes what is shuffled from now on come in the same order in every run; by default no run is like
+       another. */
+    void setShuffleSeed(std::uint64_t seed) { _shuffleSeed = seed; }
 
     void engineDidAdvanceToNext() override;
     void engineDidReachEnd() override;

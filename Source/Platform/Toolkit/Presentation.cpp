@@ -57,6 +57,9 @@ void Presentation::leave(int transition, double from, bool uncover, Task complet
     }
     _presented->beginAppearanceTransition(false, animated);
     if (_uncovers && _state == State::Leaving) covered->beginAppearanceTransition(true, animated);
+    // What was on view all the time is in front at once, though it does not appear.
+    if (_state == State::Leaving && _presented->isViewLoaded() && _presented->view()->window())
+        _presented->view()->window()->focusSystem().update();
     if (_state == State::Leaving) move(0, animated);
 }
 

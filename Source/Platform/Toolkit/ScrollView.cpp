@@ -155,7 +155,10 @@ void ScrollView::settle(double velocity) {
         startInertia(std::clamp(velocity, -fastestThrow, fastestThrow));
     } else {
         const double rest = clamped(alignedOffset(offset));
-        if (rest != offset) glideTo(rest, springTime);
+        if (rest != offset)
+            glideTo(rest, springTime);
+        else
+            scrollingDidEnd();
     }
 }
 
@@ -193,7 +196,10 @@ void ScrollView::motionEnded() {
     _motion.reset();
     const double offset = contentOffset().y;
     // Also after content that became shorter on the way.
-    if (std::abs(offset - clamped(offset)) >= 1 / displayScale()) glideTo(clamped(offset), springTime);
+    if (std::abs(offset - clamped(offset)) >= 1 / displayScale())
+        glideTo(clamped(offset), springTime);
+    else
+        scrollingDidEnd();
 }
 
 void ScrollView::setShowsVerticalScrollIndicator(bool shows) {

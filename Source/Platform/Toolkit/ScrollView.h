@@ -49,6 +49,8 @@ protected:
     virtual bool shouldDragBegin(const Touch&) const { return true; }
     /** The offset changed, by whatever cause. */
     virtual void contentOffsetDidChange() {}
+    /** A finger's scrolling, with its inertia, or an animated one came to rest. */
+    virtual void scrollingDidEnd() {}
 
 private:
     void pan(PanGestureRecognizer& recognizer);

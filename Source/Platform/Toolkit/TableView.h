@@ -93,6 +93,8 @@ protected:
     double alignedOffset(double offset) const override;
     bool shouldDragBegin(const Touch& touch) const override;
     void contentOffsetDidChange() override;
+    /** A focused row that went out of sight gives the focus to the first one on view. */
+    void scrollingDidEnd() override;
 
 private:
     struct Section {

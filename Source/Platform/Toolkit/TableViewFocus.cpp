@@ -36,6 +36,13 @@ void TableView::restoreFocus() {
         window()->focusSystem().update();
 }
 
+void TableView::scrollingDidEnd() {
+    if (!holdsFocus()) return;
+    const auto focused = window()->focusSystem().focusedItem();
+    if (!focused->convertToWindow(focused->bounds()).intersects(convertToWindow(bounds())))
+        _highlightFirstVisibleRowIfAppropriate();
+}
+
 std::shared_ptr<TableViewCell> TableView::bringOnView(const IndexPath& indexPath) {
     if (!hasRow(indexPath)) return nullptr;
     scrollToRowAtIndexPath(indexPath, false, false);

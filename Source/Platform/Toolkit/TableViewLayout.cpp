@@ -142,7 +142,7 @@ void TableView::tileRows() {
     const Rect shown = bounds();
     for (auto entry = _visible.begin(); entry != _visible.end();) {
         const auto cell = entry->second;
-        // The row that the knob is on stays, so that turning goes on from there.
+        // The row that the knob is on stays while the list moves.
         const bool keep = hasRow(entry->first) &&
                           (cell->isFocused() || rectForRowAtIndexPath(entry->first).intersects(shown));
         entry = keep ? std::next(entry) : _visible.erase(entry);
@@ -263,6 +263,7 @@ void TableView::indexBarDidPick(std::size_t index) {
     if (_sections.empty()) return;
     const auto top = _sections[std::min<std::uint64_t>(section, _sections.size() - 1)].top;
     setContentOffset({0, top}, false);
+    scrollingDidEnd();
 }
 
 }  // namespace zornic

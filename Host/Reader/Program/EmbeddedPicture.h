@@ -8,9 +8,6 @@ class File;
 
 namespace helmo {
 
-/** Largest picture that is taken from a file, in bytes. */
-inline constexpr std::size_t maximumPictureBytes = 16 * 1024 * 1024;
-
 struct EmbeddedPicture {
     std::string bytes;
     /** A picture is there, but too large to take. */

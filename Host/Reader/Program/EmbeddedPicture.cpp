@@ -1,4 +1,4 @@
-#include "Host/Library/EmbeddedPicture.h"
+#include "Host/Reader/Program/EmbeddedPicture.h"
 
 #include <aifffile.h>
 #include <apefile.h>
@@ -17,6 +17,8 @@
 #include <wavfile.h>
 #include <wavpackfile.h>
 #include <xiphcomment.h>
+
+#include "Host/Reader/Picture.h"
 
 namespace helmo {
 

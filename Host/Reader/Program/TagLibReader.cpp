@@ -1,0 +1,288 @@
+#include "Host/Reader/Program/TagLibReader.h"
+
+#include <algorithm>
+#include <bit>
+#include <cerrno>
+#include <cstring>
+#include <exception>
+#include <fileref.h>
+#include <id3v2header.h>
+#include <id3v2tag.h>
+#include <mp4file.h>
+#include <mpegfile.h>
+#include <new>
+#include <string_view>
+#include <sys/stat.h>
+#include <system_error>
+#include <tfilestream.h>
+#include <tpropertymap.h>
+#include <tuple>
+#include <unistd.h>
+#include <vector>
+
+#include "Host/Library/TagText.h"
+#include "Host/Reader/Program/PictureDecoder.h"
+#include "Host/Reader/Program/Sound.h"
+
+namespace helmo {
+
+namespace {
+
+using zornic::MediaType::Audiobook;
+using zornic::MediaType::Music;
+using zornic::MediaType::MusicVideo;
+using zornic::MediaType::Podcast;
+
+/** Reads properties by name, texts made fit to store, and notes what was wrong with them. */
+class Properties {
+public:
+    explicit Properties(const TagLib::PropertyMap& map) {
+        // Its own look-up copies the name and makes capitals of it, each time.
+        for (const auto& [name, values] : map)
+            if (!values.isEmpty()) _values.emplace_back(name.to8Bit(true), &values);
+    }
+
+    std::string first(std::string_view name) {
+        const auto* values = valuesOf(name);
+        return values ? clean(name, values->front()) : std::string();
+    }
+    /** Several values, as of two artists, in one text. */
+    std::string all(std::string_view name) {
+        const auto* values = valuesOf(name);
+        if (!values) return {};
+        return clean(name, values->size() == 1 ? values->front() : values->toString(", "));
+    }
+    /** A number and, behind a slash, the one of them all. */
+    std::pair<int, int> numbers(std::string_view name) {
+        const std::string text = first(name);
+        const int number = firstNumber(text);
+        if (number == 0 && !text.empty() && text.find_first_not_of("0 /") != std::string::npos)
+            note(std::string(name) + " is no number");
+        return {number, numberBehindSlash(text)};
+    }
+    /** The number under the first of several names that has one. */
+    int number(std::initializer_list<const char*> names) {
+        for (const char* name : names)
+            if (const int number = numbers(name).first) return number;
+        return 0;
+    }
+    bool isSet(std::string_view name) { return firstNumber(first(name)) == 1; }
+    /** Programs put a word of their own before some names. */
+    bool isSetWithAnyPrefix(std::string_view ending) {
+        return std::ranges::any_of(
+            _values, [&](const auto& value) { return value.first.ends_with(ending) && isSet(value.first); });
+    }
+    void note(const std::string& remark) { _remarks += (_remarks.empty() ? "" : "; ") + remark; }
+    const std::string& remarks() const { return _remarks; }
+    /** Whether a text that was asked for is there, but empty. */
+    bool hasEmpty() const { return _hasEmpty; }
+
+private:
+    const TagLib::StringList* valuesOf(std::string_view name) const {
+        const auto found = std::ranges::find(
+            _values, name, [](const auto& value) -> std::string_view { return value.first; });
+        return found == _values.end() ? nullptr : found->second;
+    }
+    std::string clean(std::string_view name, const TagLib::String& value) {
+        constexpr unsigned longest = 1024;
+        if (value.isEmpty()) _hasEmpty = true;
+        if (value.size() <= longest) return cleanTagText(value.to8Bit(true));
+        note(std::string(name) + " is cut to 1024 characters");
+        return cleanTagText(value.substr(0, longest).to8Bit(true));
+    }
+
+    std::vector<std::pair<std::string, const TagLib::StringList*>> _values;
+    std::string _remarks;
+    bool _hasEmpty = false;
+};
+
+void readNames(Properties& properties, TrackTags& tags) {
+    tags.title = properties.first("TITLE");
+    tags.sortTitle = properties.first("TITLESORT");
+    tags.artist = properties.all("ARTIST");
+    tags.sortArtist = properties.all("ARTISTSORT");
+    tags.albumTitle = properties.first("ALBUM");
+    tags.sortAlbumTitle = properties.first("ALBUMSORT");
+    tags.albumArtist = properties.all("ALBUMARTIST");
+    tags.sortAlbumArtist = properties.all("ALBUMARTISTSORT");
+    tags.composer = properties.all("COMPOSER");
+    tags.sortComposer = properties.all("COMPOSERSORT");
+    tags.genre = properties.first("GENRE");
+}
+
+void readNumbers(Properties& properties, TrackTags& tags) {
+    std::tie(tags.trackNumber, tags.trackCount) = properties.numbers("TRACKNUMBER");
+    if (tags.trackCount == 0) tags.trackCount = properties.number({"TRACKTOTAL", "TOTALTRACKS"});
+    std::tie(tags.discNumber, tags.discCount) = properties.numbers("DISCNUMBER");
+    if (tags.discCount == 0) tags.discCount = properties.number({"DISCTOTAL", "TOTALDISCS"});
+    const std::string date = properties.first("DATE");
+    tags.releaseDate = parsedDate(date);
+    tags.year = tags.releaseDate ? firstNumber(date.substr(0, 4)) : 0;
+    if (!tags.releaseDate && !date.empty()) properties.note("DATE is no date");
+    tags.isCompilation = properties.isSet("COMPILATION");
+    tags.isExplicit = properties.isSetWithAnyPrefix("ADVISORY");
+}
+
+std::int64_t mediaTypeOfGenre(const std::string& genre) {
+    std::string lower = genre;
+    std::ranges::transform(lower, lower.begin(),
+                           [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    if (lower == "podcast") return Podcast;
+    if (lower == "audiobook" || lower == "audiobooks" || lower == "speech") return Audiobook;
+    return Music;
+}
+
+/** What this container says in atoms of its own. */
+void readAtoms(TagLib::MP4::File& file, TrackTags& tags) {
+    constexpr int kindAudiobook = 2, kindMusicVideo = 6, kindPodcast = 21;
+    const auto* tag = file.tag();
+    if (!tag) return;
+    const auto has = [&](const char* atom) { return tag->contains(atom); };
+    const int kind = has("stik") ? tag->item("stik").toByte() : 0;
+    if (kind == kindAudiobook) tags.mediaType = Audiobook;
+    if (kind == kindMusicVideo) tags.mediaType = MusicVideo;
+    if (kind == kindPodcast || (has("pcst") && tag->item("pcst").toBool())) tags.mediaType = Podcast;
+    const int rating = has("rtng") ? tag->item("rtng").toByte() : 0;
+    if (rating == 1 || rating == 4) tags.isExplicit = true;
+}
+
+void readKind(TagLib::File& file, const std::filesystem::path& path, TrackTags& tags) {
+    tags.mediaType = mediaTypeOfGenre(tags.genre);
+    std::string extension = path.extension().string();
+    if (extension == ".m4b" || extension == ".M4B") tags.mediaType = Audiobook;
+    if (auto* mp4 = dynamic_cast<TagLib::MP4::File*>(&file)) readAtoms(*mp4, tags);
+    if (auto* mpeg = dynamic_cast<TagLib::MPEG::File*>(&file))
+        if (mpeg->hasID3v2Tag() && !mpeg->ID3v2Tag()->frameList("PCST").isEmpty()) tags.mediaType = Podcast;
+}
+
+/** A hash of eight bytes at a time, in the positive half of 64 bits and never 0. */
+std::int64_t pictureHash(const std::string& bytes) {
+    constexpr std::uint64_t factor = 0x9e3779b97f4a7c15u;
+    std::uint64_t hash = bytes.size() * factor;
+    for (std::size_t at = 0; at < bytes.size(); at += sizeof(std::uint64_t)) {
+        std::uint64_t word = 0;
+        std::memcpy(&word, bytes.data() + at, std::min(sizeof word, bytes.size() - at));
+        hash = (std::rotl(hash, 29) ^ word) * factor;
+    }
+    hash ^= hash >> 32;
+    return static_cast<std::int64_t>((hash >> 1) | 1);
+}
+
+void readPicture(TagLib::File& file, Properties& properties, TrackTags& tags) {
+    const EmbeddedPicture picture = embeddedPicture(file);
+    if (isPictureData(picture.bytes))
+        tags.picture = pictureHash(picture.bytes);
+    else if (!picture.bytes.empty())
+        properties.note("its picture is damaged or of no known kind");
+    if (picture.isTooLarge) properties.note("a picture larger than 16 MB is left out");
+}
+
+/** Texts in an encoding that they don't keep to come out empty. */
+void noteUndecodedTexts(const TagLib::ID3v2::Tag& tag, Properties& properties) {
+    constexpr unsigned emptyText = 5;  // the encoding, its mark, the end
+    for (const auto* frame : tag.frameList()) {
+        const TagLib::ByteVector name = frame->frameID();
+        if (name.startsWith("T") && frame->size() > emptyText && frame->toString().isEmpty())
+            properties.note(std::string(name.data(), name.size()) + " is not in the encoding that it names");
+    }
+}
+
+void noteBrokenFrames(TagLib::File& file, Properties& properties) {
+    auto* mpeg = dynamic_cast<TagLib::MPEG::File*>(&file);
+    if (!mpeg || !mpeg->hasID3v2Tag()) return;
+    const TagLib::ID3v2::Tag& tag = *mpeg->ID3v2Tag();
+    if (static_cast<long>(tag.header()->completeTagSize()) > file.length())
+        properties.note("its tag claims to be larger than the file");
+    if (properties.hasEmpty()) noteUndecodedTexts(tag, properties);
+}
+
+TagReading readOpened(TagLib::File& file, const Sound& sound, const std::filesystem::path& path) {
+    TagReading reading;
+    TrackTags& tags = reading.tags;
+    const TagLib::PropertyMap map = file.properties();
+    Properties properties(map);
+    readNames(properties, tags);
+    readNumbers(properties, tags);
+    readKind(file, path, tags);
+    tags.duration = sound.duration;
+    readPicture(file, properties, tags);
+    noteBrokenFrames(file, properties);
+    reading.problem = properties.remarks();
+    return reading;
+}
+
+/** A stream that doesn't tell the file's name, so that what is in it decides of what kind it is. */
+class NamelessStream final : public TagLib::FileStream {
+public:
+    explicit NamelessStream(const std::filesystem::path& file) : FileStream(file.c_str(), true) {}
+    TagLib::FileName name() const override { return ""; }
+};
+
+TagLib::FileRef opened(TagLib::IOStream& stream) {
+    return TagLib::FileRef(&stream, true, TagLib::AudioProperties::Average);
+}
+
+/** Reads by name, then by content: some files are called what they are not. */
+TagReading readAnyhow(const std::filesystem::path& file) {
+    TagLib::FileStream stream(file.c_str(), true);
+    const auto reference = opened(stream);
+    std::string problem = "no music: it is damaged, or of another kind than its name says";
+    if (!reference.isNull() && reference.file()->isValid()) {
+        const Sound sound = soundOf(*reference.file());
+        if (sound.problem.empty()) return readOpened(*reference.file(), sound, file);
+        problem = sound.problem;
+    }
+    NamelessStream nameless(file);
+    const auto byContent = opened(nameless);
+    if (!byContent.isNull() && byContent.file()->isValid())
+        if (const Sound sound = soundOf(*byContent.file()); sound.problem.empty())
+            return readOpened(*byContent.file(), sound, file);
+    return {{}, problem, false};
+}
+
+/** A kind of music file for which there is no tag reader; none when `file` is of another kind. */
+std::optional<TagReading> readWithoutTags(const std::filesystem::path& file) {
+    using namespace std::string_view_literals;
+    const std::string extension = file.extension().string();
+    if (extension != ".mka" && extension != ".MKA") return std::nullopt;
+    if (beginningOf(file).starts_with("\x1A\x45\xDF\xA3"sv)) return TagReading();
+    return TagReading{{}, "no music: it is of another kind than its name says", false};
+}
+
+}  // namespace
+
+std::string whyUnreadable(const std::filesystem::path& file) {
+    struct stat status {};
+    if (::stat(file.c_str(), &status) != 0 || ::access(file.c_str(), R_OK) != 0)
+        return "it can't be opened: " + std::generic_category().message(errno);
+    if (!S_ISREG(status.st_mode)) return "it is no file";
+    return status.st_size == 0 ? "the file is empty" : "";
+}
+
+TagReading TagLibReader::read(const std::filesystem::path& file) {
+    try {
+        if (std::string problem = whyUnreadable(file); !problem.empty())
+            return {{}, std::move(problem), false};
+        if (auto reading = readWithoutTags(file)) return std::move(*reading);
+        return readAnyhow(file);
+    } catch (const std::bad_alloc&) {
+        throw;
+    } catch (const std::exception& error) {
+        return {{}, std::string("the tags can't be read: ") + error.what(), false};
+    }
+}
+
+EmbeddedPicture TagLibReader::picture(const std::filesystem::path& file) {
+    const auto pictureIn = [](TagLib::IOStream& stream) {
+        const TagLib::FileRef reference(&stream, false);
+        const bool isOpen = !reference.isNull() && reference.file()->isValid();
+        return isOpen ? embeddedPicture(*reference.file()) : EmbeddedPicture();
+    };
+    TagLib::FileStream stream(file.c_str(), true);
+    auto picture = pictureIn(stream);
+    if (!picture.bytes.empty() || picture.isTooLarge) return picture;
+    NamelessStream nameless(file);
+    return pictureIn(nameless);
+}
+
+}  // namespace helmo

@@ -1,0 +1,358 @@
+#include <algorithm>
+#include <atomic>
+#include <deque>
+#include <fcntl.h>
+#include <set>
+#include <sstream>
+#include <sys/stat.h>
+#include <thread>
+#include <unistd.h>
+
+#include "Host/Library/Scanner.h"
+#include "Host/Library/Schema.h"
+#include "Tests/Host/LibraryFixture.h"
+
+namespace helmo {
+namespace {
+
+namespace Item = zornic::MediaItemProperty;
+namespace fs = std::filesystem;
+using Texts = std::vector<std::string>;
+
+/** Reads "title|artist|album|sort artist"; a file that begins with '!' is broken, and the rest says how. */
+class TextReader final : public TagReader {
+public:
+    TagReading read(const fs::path& file) override {
+        ++reads;
+        if (onRead) onRead(file);
+        std::ifstream stream(file);
+        std::string fields[4];
+        for (std::string& field : fields) std::getline(stream, field, '|');
+        TagReading reading;
+        if (!stream.is_open() || fields[0].starts_with('!')) {
+            reading.isTrack = false;
+            reading.problem = stream.is_open() ? fields[0].substr(1) : "can't be opened";
+            return reading;
+        }
+        reading.tags.title = fields[0];
+        reading.tags.artist = fields[1];
+        reading.tags.albumTitle = fields[2];
+        reading.tags.sortArtist = fields[3];
+        if (fields[1] == "Podcaster") reading.tags.mediaType = zornic::MediaType::Podcast;
+        return reading;
+    }
+    std::string picture(const fs::path&) override { return {}; }
+    std::unique_ptr<TagStream> stream() override {
+        return answersLate ? std::make_unique<LateStream>(*this) : TagReader::stream();
+    }
+
+    std::atomic<int> reads{0};
+    std::function<void(const fs::path&)> onRead;
+    bool answersLate = false;
+
+private:
+    /** Has nothing ready before it is waited for. */
+    class LateStream final : public TagStream {
+    public:
+        explicit LateStream(TextReader& reader) : _reader(reader) {}
+        void ask(const fs::path& file) override { _files.push_back(file); }
+        std::optional<TagReading> take(bool wait) override {
+            if (!wait || _files.empty()) return std::nullopt;
+            const auto file = _files.front();
+            _files.pop_front();
+            return _reader.read(file);
+        }
+        std::size_t pending() const override { return _files.size(); }
+
+    private:
+        TextReader& _reader;
+        std::deque<fs::path> _files;
+    };
+};
+
+class ScanRobustness : public LibraryFixture {
+protected:
+    /** A file of another size or, by far, another time than any before. */
+    void write(const fs::path& name, const std::string& text) {
+        const fs::path file = music() / name;
+        fs::create_directories(file.parent_path());
+        std::ofstream(file, std::ios::binary) << text;
+        fs::last_write_time(file, fs::file_time_type::clock::now() + std::chrono::minutes(++_writes));
+    }
+    /** Scans; what was logged. */
+    std::string scan() {
+        testing::internal::CaptureStderr();
+        {
+            Scanner scanner(_library, {music()}, _reader);
+            scanner.start();
+            EXPECT_TRUE(zornic::BackgroundWork::waitUntilIdle(std::chrono::seconds(60)));
+        }
+        expectEverythingCounted(databaseFile());
+        return testing::internal::GetCapturedStderr();
+    }
+    static int lines(const std::string& log) { return static_cast<int>(std::ranges::count(log, '\n')); }
+    static std::string column(Database& database, const std::string& sql) {
+        std::string text;
+        auto rows = database.prepare({sql, {}});
+        while (rows.step()) text += rows.text(0) + "\n";
+        return text;
+    }
+    /** The stored counts are those of the rows, and every index is there. */
+    static void expectEverythingCounted(const fs::path& file) {
+        Database database(file, Database::Access::ReadOnly);
+        const char* keys[] = {"title_key", "artist_key", "album_artist_key", "album_key"};
+        for (int order = 0; order < 4; ++order)
+            EXPECT_EQ(column(database,
+                             "SELECT hex(section) || media_type || ' ' || tracks FROM section_count WHERE "
+                             "tracks <> 0 AND ordering = " +
+                                 std::to_string(order) + " ORDER BY section, media_type"),
+                      column(database, std::string("SELECT hex(substr(k, 1, 2)) || m || ' ' || COUNT(*) FROM "
+                                                   "(SELECT ") +
+                                           keys[order] +
+                                           " AS k, media_type AS m FROM track WHERE present = 1) "
+                                           "GROUP BY substr(k, 1, 2), m ORDER BY substr(k, 1, 2), m"))
+                << keys[order];
+        std::string memberships;
+        for (const char* id :
+             {"artist_id", "album_id", "album_artist_id", "genre_id", "composer_id", "podcast_id"})
+            memberships += (memberships.empty() ? "SELECT " : " UNION ALL SELECT ") + std::string(id) +
+                           " AS c, media_type AS m FROM track WHERE present = 1 AND " + id + " NOT NULL";
+        EXPECT_EQ(column(database,
+                         "SELECT collection_id || ' ' || media_type || ' ' || tracks FROM collection_count "
+                         "WHERE tracks <> 0 ORDER BY collection_id, media_type"),
+                  column(database, "SELECT c || ' ' || m || ' ' || COUNT(*) FROM (" + memberships +
+                                       ") GROUP BY c, m ORDER BY c, m"));
+        EXPECT_EQ(Schema::missingIndices(database).size(), 0u);
+        EXPECT_EQ(column(database, "PRAGMA integrity_check"), "ok\n");
+    }
+    std::shared_ptr<zornic::MediaItem> named(const std::string& title) const {
+        return item(*query({}, {zornic::MediaPredicate::property(Item::Title, title)}), 0);
+    }
+    std::int64_t remembered() const {
+        return Database(databaseFile(), Database::Access::ReadOnly)
+            .integer({"SELECT COUNT(*) FROM unreadable", {}});
+    }
+
+    std::shared_ptr<TextReader> _reader = std::make_shared<TextReader>();
+    int _writes = 0;
+};
+
+TEST_F(ScanRobustness, CountsAreTrueAfterEveryKindOfChange) {
+    _reader->answersLate = true;
+    for (int at = 0; at < 60; ++at)
+        write("a" + std::to_string(at % 7) + "/" + std::to_string(at) + ".mp3",
+              "T" + std::to_string(at) + "|The A" + std::to_string(at % 5) + "|B" + std::to_string(at % 9));
+    write("p/daily.mp3", "Daily|Podcaster|News");
+    EXPECT_EQ(scan(), "");
+    EXPECT_EQ(query()->_countOfItems(), 61u);
+    EXPECT_EQ(named("T33")->artist(), "The A3");  // readings are not mixed up
+    write("a0/0.mp3", "Other|Podcaster|B0");      // another kind of media
+    write("a1/1.mp3", "Else|The A1|B1|Zz");       // and an artist that moves to another section
+    write("a1/new.mp3", "New|The A1|New");
+    fs::remove(music() / "a2/2.mp3");
+    fs::rename(music() / "a3", music() / "c3");
+    fs::remove_all(music() / "a4");
+    EXPECT_EQ(scan(), "");
+    EXPECT_EQ(query()->_countOfItems(), 61u + 1 - 1 - 8);
+    EXPECT_EQ(named("T3")->valueForProperty(Item::Location).asText(), (music() / "c3/3.mp3").string());
+    const auto reads = _reader->reads.load();
+    ASSERT_TRUE(_library->write([&](TrackStore& store) {
+        const MusicFile file{music() / "z", "twice.mp3", 1, 1};
+        store.store(file, tags("Twice", "The A2", "B2"));
+        store.store(file, tags("Never twice", "The A2", "B2"));
+        store.renewSortKeys();
+    }));
+    expectEverythingCounted(databaseFile());
+    // What is not kept leaves no trace, neither in the counts nor in what is remembered of rows.
+    const auto fail = [&](TrackStore& store) {
+        store.store({music() / "z", "other.mp3", 1, 1}, tags("X", "Unheard of", "Y"));
+        throw DatabaseError(1, "made to fail");
+    };
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(_library->write(fail));
+    EXPECT_EQ(lines(testing::internal::GetCapturedStderr()), 1);
+    write("z/third.mp3", "X|Unheard of|Y");
+    EXPECT_EQ(scan(), "");
+    EXPECT_EQ(named("X")->artist(), "Unheard of");
+    EXPECT_EQ(_reader->reads, reads + 1);
+}
+
+TEST_F(ScanRobustness, FilesThatAreNoTracksAreOpenedAgainOnlyWhenTheyChanged) {
+    write("a/good.mp3", "Good|Ann");
+    write("a/fragile.mp3", "Fragile|Ann");
+    write("a/bad.mp3", "!no music in it");
+    write("b/bad.mp3", "!no music in it either");
+    const auto log = scan();
+    EXPECT_EQ(lines(log), 2);
+    EXPECT_NE(log.find((music() / "a/bad.mp3").string() + ": no music in it\n"), std::string::npos) << log;
+    EXPECT_EQ(titles(*query()), (Texts{"Fragile", "Good"}));
+    const auto identity = named("Fragile")->persistentID();
+    EXPECT_EQ(scan(), "");
+    EXPECT_EQ(_reader->reads, 4);
+
+    write("a/fragile.mp3", "!cut off");
+    write("a/bad.mp3", "Mended|Ann");
+    fs::remove(music() / "b/bad.mp3");
+    write("b/good.mp3", "Beside|Bob");
+    EXPECT_EQ(lines(scan()), 1);
+    EXPECT_EQ(titles(*query()), (Texts{"Beside", "Good", "Mended"}));
+    EXPECT_EQ(remembered(), 1);
+    EXPECT_EQ(scan(), "");
+    EXPECT_EQ(_reader->reads, 7);
+    write("a/fragile.mp3", "Fragile|Ann");
+    EXPECT_EQ(scan(), "");
+    EXPECT_EQ(named("Fragile")->persistentID(), identity);
+    EXPECT_EQ(remembered(), 0);
+
+    const MusicFile file{music() / "a", "good.mp3", 10, 20};
+    const auto isRemembered = [&](std::int64_t size) {
+        return _library->readers()->read(false, [&](Database& database) {
+            return TrackStore::isUnreadablePicture(database, {file.folder, file.name, size, file.mtime});
+        });
+    };
+    EXPECT_FALSE(isRemembered(10));
+    _library->write([&](TrackStore& store) { store.noteUnreadablePicture(file, "endless"); });
+    EXPECT_TRUE(isRemembered(10));
+    EXPECT_FALSE(isRemembered(11));
+    EXPECT_EQ(scan(), "");
+    EXPECT_TRUE(named("Good"));  // a track all the same
+    write("a/good.mp3", "Good|Ann|With another picture");
+    EXPECT_EQ(scan(), "");
+    EXPECT_FALSE(isRemembered(10));
+}
+
+TEST_F(ScanRobustness, HostileFoldersCostOneLineEachAndNothingElse) {
+    write("a/good.mp3", "Good");
+    write("a/caf\xe9.mp3", "");  // no UTF-8
+    fs::create_directories(music() / "album.mp3");
+    write("album.mp3/inside.mp3", "Inside");
+    ASSERT_EQ(::mkfifo((music() / "a/pipe.mp3").c_str(), 0600), 0);
+    ASSERT_EQ(::mkfifo((music() / "a/pipe.txt").c_str(), 0600), 0);
+    fs::create_symlink("/dev/zero", music() / "a/endless.flac");
+    fs::create_symlink("nowhere", music() / "a/dangling.ogg");
+    fs::create_directory_symlink(music() / "a", music() / "album.mp3/loop");
+    fs::create_directory_symlink("..", music() / "a/up");
+    // Deeper than any program can name.
+    const int start = ::open((music()).c_str(), O_RDONLY | O_DIRECTORY);
+    int folder = ::dup(start);
+    const std::string name(200, 'd');
+    for (int depth = 0; depth < 25; ++depth) {
+        ASSERT_EQ(::mkdirat(folder, name.c_str(), 0700), 0);
+        const int next = ::openat(folder, name.c_str(), O_RDONLY | O_DIRECTORY);
+        ::close(folder);
+        folder = next;
+    }
+    ::close(folder);
+    const bool isRoot = ::geteuid() == 0;  // whom nothing is forbidden
+    if (!isRoot) fs::create_directories(music() / "z/forbidden");
+    if (!isRoot) fs::permissions(music() / "z/forbidden", fs::perms::none);
+    const auto log = scan();
+    EXPECT_EQ(lines(log), isRoot ? 4 : 5) << log;
+    for (const char* named : {"pipe.mp3: ", "endless.flac: ", "dangling.ogg: ", "ddd: File name too long"})
+        EXPECT_NE(log.find(named), std::string::npos) << named << log;
+    EXPECT_EQ(titles(*query()), (Texts{"caf\xef\xbf\xbd", "Good", "Inside"}));
+    EXPECT_EQ(item(*query(), 0)->valueForProperty(Item::Location).asText(),
+              (music() / "a/caf\xe9.mp3").string());
+    const auto reads = _reader->reads.load();
+    scan();
+    EXPECT_EQ(_reader->reads, reads);
+    if (!isRoot) fs::permissions(music() / "z/forbidden", fs::perms::owner_all);
+    // Nor can the standard library remove it by name.
+    EXPECT_EQ(std::system(("rm -rf '" + music().string() + "'").c_str()), 0);
+    ::close(start);
+}
+
+TEST_F(ScanRobustness, AMediumThatIsTakenAwayIsOneLineAndComesBackWhole) {
+    for (int folder = 0; folder < 6; ++folder)
+        for (int at = 0; at < 10; ++at)
+            write(std::to_string(folder) + "/" + std::to_string(at) + ".mp3", "T" + std::to_string(at));
+    const auto away = _folder / "away";
+    int left = 33;
+    _reader->onRead = [&](const fs::path&) {
+        if (--left == 0) fs::rename(music(), away);
+    };
+    EXPECT_EQ(lines(scan()), 1);
+    EXPECT_EQ(query()->_countOfItems(), 0u);
+    EXPECT_EQ(remembered(), 0);
+    // Unmounted, its place is an empty folder.
+    fs::rename(away, music());
+    left = 5;
+    _reader->onRead = [&](const fs::path&) {
+        if (--left != 0) return;
+        fs::rename(music(), away);
+        fs::create_directories(music());
+    };
+    EXPECT_EQ(lines(scan()), 1);
+    EXPECT_EQ(query()->_countOfItems(), 0u);
+    fs::remove(music());
+    fs::rename(away, music());
+    _reader->onRead = nullptr;
+    const auto reads = _reader->reads.load();
+    EXPECT_EQ(scan(), "");
+    EXPECT_EQ(query()->_countOfItems(), 60u);
+    EXPECT_LT(_reader->reads - reads, 30);  // what was stored is not read again
+    EXPECT_EQ(remembered(), 0);
+}
+
+TEST_F(ScanRobustness, ALibraryCutOffAtAnyMomentOfItsFirstScanIsCompletedByTheNext) {
+    constexpr int count = 240;
+    for (int at = 0; at < count; ++at)
+        write(std::to_string(at % 20) + "/" + std::to_string(at) + ".mp3",
+              "T" + std::to_string(at) + "|A" + std::to_string(at % 30) + "|B" + std::to_string(at % 40));
+    // Without a checkpoint the log only grows, and each copy is what a power cut would leave.
+    std::vector<fs::path> copies;
+    std::atomic<bool> isOver{false};
+    std::thread copying([&] {
+        while (!isOver) {
+            const auto copy = _folder / ("copy" + std::to_string(copies.size()));
+            fs::create_directories(copy);
+            std::error_code error;
+            fs::copy_file(databaseFile(), copy / "library.db", error);
+            fs::copy_file(databaseFile().string() + "-wal", copy / "library.db-wal", error);
+            copies.push_back(copy);
+        }
+    });
+    EXPECT_EQ(scan(), "");
+    isOver = true;
+    copying.join();
+    std::set<std::uint64_t> found;
+    for (std::size_t at = 0; at < copies.size(); at += 1 + copies.size() / 6) {
+        _library = SqliteMediaLibrary::open(copies[at] / "library.db");
+        ASSERT_TRUE(_library);
+        found.insert(query()->_countOfItems());
+        testing::internal::CaptureStderr();
+        {
+            Scanner scanner(_library, {music()}, _reader);
+            scanner.start();
+            ASSERT_TRUE(zornic::BackgroundWork::waitUntilIdle(std::chrono::seconds(60)));
+        }
+        EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+        EXPECT_EQ(query()->_countOfItems(), static_cast<std::uint64_t>(count));
+        expectEverythingCounted(copies[at] / "library.db");
+    }
+    EXPECT_GT(found.size(), 1u);
+}
+
+TEST_F(ScanRobustness, ALibraryOfTheFirstVersionIsTakenOver) {
+    _library = nullptr;
+    fs::remove_all(databaseFile().parent_path());
+    fs::create_directories(databaseFile().parent_path());
+    {
+        std::ifstream dump(ZORNIC_TESTS "/HostThreads/library-version-1.sql");
+        std::stringstream sql;
+        sql << dump.rdbuf();
+        Database(databaseFile(), Database::Access::ReadWrite).execute(sql.str());
+    }
+    _library = SqliteMediaLibrary::open(databaseFile());
+    ASSERT_TRUE(_library);
+    ASSERT_TRUE(zornic::BackgroundWork::waitUntilIdle(std::chrono::seconds(60)));  // keys are renewed
+    expectEverythingCounted(databaseFile());
+    EXPECT_EQ(titles(*query()), (Texts{"One", "Three"}));
+    EXPECT_EQ(named("One")->valueForProperty(Item::PlayCount), zornic::Value(7));
+    add({tags("Two", "Ann", "Sun")});
+    EXPECT_EQ(titles(*query()), (Texts{"One", "Three", "Two"}));
+    expectEverythingCounted(databaseFile());
+}
+
+}  // namespace
+}  // namespace helmo
