@@ -41,8 +41,11 @@ HelmoApplication::HelmoApplication(CommandLine commandLine) : _commandLine(std::
 }
 
 HelmoApplication::~HelmoApplication() {
+    if (_library) _library->stopWaiting();
+    _libraryNotice = nullptr;
     _scanner = nullptr;
-    _notice = nullptr;
+    _playbackNotice = nullptr;
+    _notices = nullptr;
     _rootController = nullptr;
     ZRNSetSharedAVPlayer(nullptr);
     ZRNSetSharedDefaults(nullptr);
@@ -88,7 +91,8 @@ bool HelmoApplication::openLibrary() {
     _library = SqliteMediaLibrary::open(_dataFolder / "library.sqlite", {.coverReader = _imageLoader});
     if (!_library) return false;
     MediaLibrary::setDefaultLibrary(_library);
-    _scanner = std::make_unique<Scanner>(_library, chosenMusicFolders(_commandLine, _settings->values()),
+    _musicFolders = chosenMusicFolders(_commandLine, _settings->values());
+    _scanner = std::make_unique<Scanner>(_library, _musicFolders,
                                          std::make_shared<ReaderTagReader>(_readerProgram));
     _scanner->start();
     return true;
@@ -117,7 +121,9 @@ void HelmoApplication::makeScreens() {
     _rootController = make<ZRNRootController>(_screen, _tabs);
     _rootController->setPlayer(_player);
     _rootController->setServiceProvider(_serviceProvider);
-    _notice = make<PlaybackNotice>(_player.get(), _rootController->helmoWindow());
+    _notices = make<HostNotices>(_rootController->helmoWindow());
+    _playbackNotice = make<PlaybackNotice>(_player.get(), _notices);
+    _libraryNotice = make<LibraryNotice>(_library, _musicFolders, _notices, [this] { _scanner->rescan(); });
     applyMode(_commandLine.mode.value_or(_settings->values().mode));
 }
 

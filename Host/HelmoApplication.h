@@ -9,9 +9,11 @@
 #include "Host/Display/PangoTextEngine.h"
 #include "Host/Display/SdlDisplay.h"
 #include "Host/HostDefaults.h"
+#include "Host/HostNotices.h"
 #include "Host/HostServiceProvider.h"
 #include "Host/HostTabBarController.h"
 #include "Host/Library/Scanner.h"
+#include "Host/LibraryNotice.h"
 #include "Host/PlaybackNotice.h"
 #include "Host/Settings/CommandLine.h"
 #include "Host/TemporaryFolder.h"
@@ -67,6 +69,7 @@ private:
     std::shared_ptr<HostImageLoader> _imageLoader;
     std::shared_ptr<PangoTextEngine> _textEngine;
     std::shared_ptr<SqliteMediaLibrary> _library;
+    std::vector<std::filesystem::path> _musicFolders;
     std::unique_ptr<Scanner> _scanner;
     std::shared_ptr<zornic::Screen> _screen;
     std::shared_ptr<zornic::AVController> _player;
@@ -74,7 +77,9 @@ private:
     std::shared_ptr<HostTabBarController> _tabs;
     std::shared_ptr<HostServiceProvider> _serviceProvider;
     std::shared_ptr<zornic::ZRNRootController> _rootController;
-    std::shared_ptr<PlaybackNotice> _notice;
+    std::shared_ptr<HostNotices> _notices;
+    std::shared_ptr<PlaybackNotice> _playbackNotice;
+    std::shared_ptr<LibraryNotice> _libraryNotice;
     std::unique_ptr<SdlDisplay> _display;
     std::unique_ptr<DisplaySurface> _surface;
     double _startMilliseconds = 0;

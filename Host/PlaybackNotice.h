@@ -4,36 +4,29 @@
 #include <memory>
 #include <string>
 
+#include "Host/HostNotices.h"
 #include "Platform/Foundation/NotificationCenter.h"
-#include "Platform/Toolkit/AlertController.h"
-#include "Platform/Toolkit/Window.h"
 
 namespace helmo {
 
-/** Tells the driver when the player skips what it can't play: a short message that goes by itself. Main
- * thread. */
+/** Tells the driver when the player skips what it can't play. Main thread. */
 class PlaybackNotice : public zornic::Object {
 public:
-    /** How long the message stays, and how long it waits for further failures. */
-    static constexpr zornic::Seconds duration{5}, patience{1};
-    /** For the failures of `player`, on `window`, held weakly. */
-    PlaybackNotice(const zornic::Object* player, std::weak_ptr<zornic::Window> window);
+    /** For the failures of `player`. */
+    PlaybackNotice(const zornic::Object* player, std::shared_ptr<HostNotices> notices)
+        : _player(player), _notices(std::move(notices)) {}
     void didMake() override;
 
 private:
     void note(const zornic::Notification& failure);
-    void show();
-    void hide();
-    std::string message() const;
+    HostNotices::Text takeText();
 
     const zornic::Object* const _player;
-    const std::weak_ptr<zornic::Window> _window;
-    std::shared_ptr<zornic::AlertController> _alert;
+    const std::shared_ptr<HostNotices> _notices;
     /** Since the last message. */
     std::uint64_t _failures = 0;
     std::string _firstTitle;
     zornic::Observation _observation;
-    zornic::Token _timeout;
 };
 
 }  // namespace helmo

@@ -1,5 +1,8 @@
 #include "Host/Library/Database.h"
 
+#include <cerrno>
+#include <cstring>
+
 #include <sqlite3.h>
 #include <unicode/unistr.h>
 
@@ -8,7 +11,6 @@ namespace helmo {
 namespace {
 
 constexpr std::size_t maximumIdleStatements = 96;
-constexpr int busyMilliseconds = 5000;
 
 icu::UnicodeString folded(sqlite3_value* value) {
     const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
@@ -21,14 +23,56 @@ void containsText(sqlite3_context* context, int, sqlite3_value** arguments) {
     sqlite3_result_int(context, folded(arguments[0]).indexOf(folded(arguments[1])) >= 0);
 }
 
-int primaryCode(int code) { return code & 0xff; }
+/** The name to open `file` by: an address, since that alone can say how it is to be read. */
+std::string addressOf(const std::filesystem::path& file, Database::Access access) {
+    std::string address = file.is_absolute() ? "file://" : "file:";
+    for (const char character : file.string()) {
+        constexpr std::string_view escaped = "%?#";
+        constexpr std::string_view digits = "0123456789abcdef";
+        const auto byte = static_cast<unsigned char>(character);
+        if (escaped.find(character) == std::string_view::npos)
+            address += character;
+        else
+            address += {'%', digits[byte >> 4], digits[byte & 15]};
+    }
+    if (access == Database::Access::Immutable) address += "?immutable=1";
+    if (access == Database::Access::Memory) address += "?vfs=memdb";
+    return address;
+}
+
+int flagsOf(Database::Access access) {
+    const bool onlyReads = access == Database::Access::ReadOnly || access == Database::Access::Immutable;
+    const int flags = onlyReads ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE;
+    return flags | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_URI;
+}
 
 }  // namespace
 
 const int DatabaseError::damageCode = SQLITE_CORRUPT;
 
-bool DatabaseError::isDamage() const {
-    return primaryCode(_code) == SQLITE_CORRUPT || primaryCode(_code) == SQLITE_NOTADB;
+DatabaseError::Kind DatabaseError::kindOf(int code, int systemError) {
+    if (systemError == ENOSPC || systemError == EDQUOT || systemError == EFBIG) return Kind::NoRoom;
+    if (systemError == EROFS) return Kind::ReadOnly;
+    // Only what a long list is sorted in; the database itself may be well.
+    if (code == SQLITE_IOERR_GETTEMPPATH) return Kind::Other;
+    switch (code & 0xff) {
+        case SQLITE_CORRUPT:
+        case SQLITE_NOTADB:
+            return Kind::Damage;
+        case SQLITE_BUSY:
+        case SQLITE_LOCKED:
+        case SQLITE_PROTOCOL:
+            return Kind::Busy;
+        case SQLITE_FULL:
+            return Kind::NoRoom;
+        case SQLITE_READONLY:
+        case SQLITE_PERM:
+            return Kind::ReadOnly;
+        case SQLITE_IOERR:
+            return Kind::Disk;
+        default:
+            return Kind::Other;
+    }
 }
 
 Statement::~Statement() {
@@ -64,6 +108,7 @@ Statement& Statement::bind(const SqlValue& value) {
 }
 
 bool Statement::step() {
+    errno = 0;
     const int code = sqlite3_step(_handle);
     if (code == SQLITE_ROW) return true;
     if (code != SQLITE_DONE) _database.fail(code);
@@ -90,14 +135,13 @@ std::string Statement::text(int column) const {
                  : std::string();
 }
 
-Database::Database(const std::filesystem::path& file, Access access) {
-    const int flags =
-        access == Access::ReadOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE;
-    const int code = sqlite3_open_v2(file.c_str(), &_handle, flags | SQLITE_OPEN_NOMUTEX, nullptr);
+Database::Database(const std::filesystem::path& file, Access access, std::chrono::milliseconds patience) {
+    errno = 0;
+    const int code = sqlite3_open_v2(addressOf(file, access).c_str(), &_handle, flagsOf(access), nullptr);
     try {
         if (code != SQLITE_OK) fail(code);
         sqlite3_extended_result_codes(_handle, 1);
-        sqlite3_busy_timeout(_handle, busyMilliseconds);
+        setPatience(patience);
         sqlite3_create_function_v2(_handle, "contains_text", 2, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr,
                                    containsText, nullptr, nullptr, nullptr);
         execute("PRAGMA foreign_keys = ON");
@@ -106,6 +150,10 @@ Database::Database(const std::filesystem::path& file, Access access) {
         sqlite3_close(_handle);
         throw;
     }
+}
+
+void Database::setPatience(std::chrono::milliseconds patience) {
+    sqlite3_busy_timeout(_handle, static_cast<int>(patience.count()));
 }
 
 Database::~Database() {
@@ -129,6 +177,7 @@ Statement Database::prepare(const SqlQuery& query) {
 }
 
 void Database::execute(const std::string& sql) {
+    errno = 0;
     const int code = sqlite3_exec(_handle, sql.c_str(), nullptr, nullptr, nullptr);
     if (code != SQLITE_OK) fail(code);
 }
@@ -146,7 +195,14 @@ void Database::giveBack(const std::string& sql, sqlite3_stmt* handle) {
 }
 
 void Database::fail(int code) const {
-    throw DatabaseError(code, _handle ? sqlite3_errmsg(_handle) : sqlite3_errstr(code));
+    // What SQLite itself keeps is gone once it has rolled back.
+    const int primary = code & 0xff;
+    const int systemError = primary == SQLITE_IOERR || primary == SQLITE_CANTOPEN ? errno : 0;
+    if (!_handle) throw DatabaseError(code, sqlite3_errstr(code));
+    std::string message = sqlite3_errmsg(_handle);
+    if (primary == SQLITE_IOERR && systemError != 0)
+        message += std::string(": ") + std::strerror(systemError);
+    throw DatabaseError(code, message, systemError);
 }
 
 Transaction::~Transaction() {

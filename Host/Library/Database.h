@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <memory>
@@ -32,13 +33,30 @@ struct SqlQuery {
 /** What SQLite reports. Thrown within the library's own files only; nothing of it crosses `MediaLibrary`. */
 class DatabaseError : public std::runtime_error {
 public:
+    /** What is the matter, as far as it makes a difference. */
+    enum class Kind {
+        /** The file itself is damaged or no database of ours. */
+        Damage,
+        /** Others hold a lock, for longer than was waited. */
+        Busy,
+        /** The disk, or what may be used of it, is full. */
+        NoRoom,
+        ReadOnly,
+        /** The disk fails. */
+        Disk,
+        Other
+    };
     static const int damageCode;
-    DatabaseError(int code, const std::string& message) : std::runtime_error(message), _code(code) {}
-    /** Whether the file itself is damaged or no database at all. */
-    bool isDamage() const;
+    /** `systemError`: the errno behind the code, 0 without one. */
+    DatabaseError(int code, const std::string& message, int systemError = 0)
+        : std::runtime_error(message), _kind(kindOf(code, systemError)) {}
+    Kind kind() const { return _kind; }
+    bool isDamage() const { return _kind == Kind::Damage; }
 
 private:
-    int _code;
+    static Kind kindOf(int code, int systemError);
+
+    Kind _kind;
 };
 
 class Database;
@@ -86,14 +104,21 @@ private:
 /** One SQLite connection with its prepared statements. Used by one thread at a time. */
 class Database {
 public:
-    enum class Access { ReadWrite, ReadOnly };
+    /** `Immutable` reads a file that nobody writes and asks for no locks and no files beside it; what a
+       writer left there is not seen. `Memory`: the file is a mere name, shared by the connections of this
+       process. */
+    enum class Access { ReadWrite, ReadOnly, Immutable, Memory };
 
-    /** Opens `file`, making it when it is missing and may be written. Throws. */
-    Database(const std::filesystem::path& file, Access access);
+    /** Opens `file`, making it when it is missing and may be written. Statements wait `patience` for other
+       connections. Throws. */
+    Database(const std::filesystem::path& file, Access access,
+             std::chrono::milliseconds patience = std::chrono::seconds(5));
     Database(const Database&) = delete;
     Database& operator=(const Database&) = delete;
     ~Database();
 
+    /** How long statements wait for other connections from now on. */
+    void setPatience(std::chrono::milliseconds patience);
     /** Prepared, with the values bound. */
     Statement prepare(const SqlQuery& query);
     /** Prepares and steps to the end. */

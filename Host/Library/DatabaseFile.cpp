@@ -1,5 +1,6 @@
 #include "Host/Library/DatabaseFile.h"
 
+#include <algorithm>
 #include <ctime>
 
 namespace helmo {
@@ -21,9 +22,9 @@ void probe(Database& database) {
     auto names = database.prepare(
         {"SELECT name FROM sqlite_schema WHERE type = 'table' AND name NOT LIKE 'sqlite_%'", {}});
     while (names.step()) tables.push_back(names.text(0));
+    if (std::ranges::find(tables, "track") == tables.end())
+        throw DatabaseError(DatabaseError::damageCode, "it holds no music library");
     for (const auto& table : tables) database.prepare({"SELECT * FROM " + table + " LIMIT 1", {}}).step();
-    auto mark = database.prepare({"SELECT value FROM meta WHERE key = 'damage'", {}});
-    if (mark.step()) throw DatabaseError(DatabaseError::damageCode, mark.text(0));
 }
 
 std::filesystem::path setAside(const std::filesystem::path& file) {

@@ -25,7 +25,7 @@ constexpr std::size_t maximumAsked = 1024;
 }  // namespace
 
 void LibraryScan::run() {
-    begin();
+    if (_library.beginStoring()) begin();
     for (const auto& root : _roots) {
         if (isEnding()) break;
         _walk.run(root, [&](FolderContents& folder) {
@@ -39,15 +39,9 @@ void LibraryScan::run() {
     if (!isEnding()) makeMissingIndices();
     if (!isEnding()) hideWhatIsGone();
     if (!isEnding()) scanPlaylists();
-    if (_hasChanged) write([](TrackStore& store) { store.forgetCache(); });
+    if (_hasChanged && !isEnding()) _library.write([](TrackStore& store) { store.forgetCache(); });
     announce(true);
     if (!isEnding()) _library.checkIntegrity();
-}
-
-bool LibraryScan::write(const std::function<void(TrackStore&)>& change) {
-    const bool isKept = _library.write(change);
-    if (!isKept) _hasFailed = true;
-    return isKept;
 }
 
 void LibraryScan::begin() {
@@ -58,7 +52,7 @@ void LibraryScan::begin() {
     if (_hadTracks)
         makeMissingIndices();
     else
-        write([](TrackStore& store) { store.dropLateIndices(); });
+        _library.write([](TrackStore& store) { store.dropLateIndices(); });
 }
 
 void LibraryScan::scanFolder(FolderContents& contents, const std::filesystem::path& root) {
@@ -140,7 +134,7 @@ void LibraryScan::storeIfDue() {
 void LibraryScan::storeBatch() {
     if (_batch.size() == 0) return;
     std::vector<std::pair<std::int64_t, std::size_t>> folders;
-    const bool isStored = write([&](TrackStore& store) { folders = _batch.store(store, _hadTracks); });
+    const bool isStored = _library.write([&](TrackStore& store) { folders = _batch.store(store, _hadTracks); });
     _batchLimit = std::min(_batchLimit * batchGrowth, largestBatch);
     if (isStored) {
         noteChange();
@@ -155,7 +149,7 @@ void LibraryScan::makeMissingIndices() {
         std::vector<std::string>(), [](Database& database) { return Schema::missingIndices(database); });
     // One at a time, so that others come to write in between.
     for (const std::string& sql : missing)
-        if (!isEnding()) write([&](TrackStore& store) { store.makeIndex(sql); });
+        if (!isEnding()) _library.write([&](TrackStore& store) { store.makeIndex(sql); });
 }
 
 void LibraryScan::hideWhatIsGone() {
@@ -175,7 +169,7 @@ void LibraryScan::hideWhatIsGone() {
     });
     for (const auto folder : gone) {
         if (isEnding()) return;
-        write([&](TrackStore& store) { store.hideFolder(folder); });
+        _library.write([&](TrackStore& store) { store.hideFolder(folder); });
         noteChange();
     }
 }
@@ -189,7 +183,7 @@ void LibraryScan::scanPlaylists() {
     }
     for (const auto& [path, playlist] : known) {
         if (!playlist.isPresent || _playlists.contains(path)) continue;
-        write([id = playlist.id](TrackStore& store) { store.hidePlaylist(id); });
+        _library.write([id = playlist.id](TrackStore& store) { store.hidePlaylist(id); });
         _isUnannounced = true;
     }
 }
@@ -205,7 +199,7 @@ void LibraryScan::storePlaylist(const std::filesystem::path& file, const KnownFi
     const PlaylistFile list = readPlaylistFile(file);
     if (!isAsKnown)
         for (const std::string& problem : list.problems) logLine("scan: " + problem);
-    write([&](TrackStore& store) { store.storePlaylist(file, stamp->size, stamp->mtime, list); });
+    _library.write([&](TrackStore& store) { store.storePlaylist(file, stamp->size, stamp->mtime, list); });
     _isUnannounced = true;
 }
 

@@ -42,8 +42,8 @@ public:
     void run();
 
 private:
-    bool isEnding() const { return _isStopping || _hasFailed; }
-    bool write(const std::function<void(TrackStore&)>& change);
+    /** Whether it makes no sense to go on. */
+    bool isEnding() const { return _isStopping || _hasFailed || !_library.isStoring(); }
     void begin();
     void scanFolder(FolderContents& contents, const std::filesystem::path& root);
     void comparePicture(const FolderContents& contents, const KnownFolder& known,

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <functional>
 #include <mutex>
+#include <optional>
 
 #include "Host/Library/Database.h"
 #include "Platform/Foundation/DispatchQueue.h"
@@ -8,12 +10,20 @@
 namespace helmo {
 
 /** The reading connections: one for the main thread, which so never waits for another reader, one for all
-   other threads, and one for what takes long. What SQLite reports is logged, and the reader gets its
+   other threads, and one for what takes long. What SQLite reports goes to a handler, and the reader gets its
    fallback. Any thread. */
 class Readers {
 public:
+    using FailureHandler = std::function<void(const DatabaseError&)>;
+
     /** The database must exist. Throws. */
-    explicit Readers(const std::filesystem::path& file) : _main(file), _others(file), _long(file) {}
+    Readers(const std::filesystem::path& file, Database::Access access)
+        : _main(file, access, patienceOnMain), _others(file, access), _long(file, access) {}
+    /** Called on the reading thread. Before the first reader. */
+    void setFailureHandler(FailureHandler handler) { _failureHandler = std::move(handler); }
+    /** Waits for those who read and closes the file. Whoever reads afterwards, for a list that is old by now,
+       gets his fallback. */
+    void close();
 
     /** Calls `read` with the connection for the calling thread. */
     template <class T, class Read>
@@ -30,24 +40,31 @@ public:
     zornic::DispatchQueue& listQueue() { return _listQueue; }
 
 private:
+    /** The main thread would rather show less than stand still. */
+    static constexpr std::chrono::milliseconds patienceOnMain{100}, patience{5000};
+
     struct Connection {
-        explicit Connection(const std::filesystem::path& file) : database(file, Database::Access::ReadOnly) {}
+        Connection(const std::filesystem::path& file, Database::Access access,
+                   std::chrono::milliseconds waiting = patience) {
+            database.emplace(file, access, waiting);
+        }
         std::mutex mutex;
-        Database database;
+        std::optional<Database> database;
     };
     template <class T, class Read>
-    static T with(Connection& connection, T fallback, Read& read) {
+    T with(Connection& connection, T fallback, Read& read) {
         try {
             std::lock_guard lock(connection.mutex);
-            return read(connection.database);
+            if (!connection.database) return fallback;
+            return read(*connection.database);
         } catch (const DatabaseError& error) {
-            logFailure(error);
+            if (_failureHandler) _failureHandler(error);
             return fallback;
         }
     }
     Connection& connection();
-    static void logFailure(const DatabaseError& error);
 
+    FailureHandler _failureHandler;
     Connection _main;
     Connection _others;
     Connection _long;

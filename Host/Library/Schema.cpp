@@ -172,9 +172,11 @@ std::vector<std::string> missingIndices(Database& database) {
 }
 
 void prepare(Database& database) {
+    const auto current = static_cast<std::int64_t>(migrations.size());
+    // Others may hold the database for writing, and it may be read-only.
+    if (database.integer({"PRAGMA user_version", {}}) == current) return;
     Transaction transaction(database);
     const auto version = database.integer({"PRAGMA user_version", {}});
-    const auto current = static_cast<std::int64_t>(migrations.size());
     if (version < 0 || version > current)
         throw DatabaseError(DatabaseError::damageCode,
                             "made by another version (" + std::to_string(version) + ")");

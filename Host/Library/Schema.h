@@ -29,6 +29,9 @@ std::vector<std::string> missingIndices(Database& database);
 /** Orders that a plain list of tracks is counted for. */
 enum class CountedOrder : std::int64_t { Title = 0, Artist = 1, AlbumArtist = 2, Album = 3 };
 
+/** Bytes at the beginning of a key by which tracks are counted. */
+inline constexpr int countedBytes = 2;
+
 }  // namespace Schema
 
 }  // namespace helmo

@@ -1,12 +1,11 @@
 #include "Host/Library/SqliteMediaLibrary.h"
 
+#include <algorithm>
 #include <charconv>
 #include <chrono>
 
-#include "Host/Library/DatabaseFile.h"
 #include "Host/Library/ItemColumns.h"
 #include "Host/Library/PlaylistColumns.h"
-#include "Host/Library/Schema.h"
 #include "Host/Library/SqliteQueryResult.h"
 #include "Host/Log.h"
 #include "Platform/Foundation/NotificationCenter.h"
@@ -20,6 +19,8 @@ using zornic::PersistentID;
 namespace {
 
 constexpr std::int64_t secondsBetweenChecks = 24 * 60 * 60;
+/** Small changes that wait for the disk; the oldest go first. */
+constexpr std::size_t maximumPendingChanges = 10'000;
 
 std::int64_t numberIn(std::string_view text) {
     std::int64_t number = 0;
@@ -37,16 +38,7 @@ std::int64_t now() {
 std::shared_ptr<SqliteMediaLibrary> SqliteMediaLibrary::open(const std::filesystem::path& file,
                                                              Options options) {
     try {
-        if (file.has_parent_path()) std::filesystem::create_directories(file.parent_path());
-        try {
-            return zornic::make<SqliteMediaLibrary>(file, options);
-        } catch (const DatabaseError& error) {
-            if (!error.isDamage()) throw;
-            const auto aside = setAside(file);
-            logLine("library: " + file.string() + " is damaged (" + error.what() + "); kept as " +
-                    aside.string() + ", a new one is made");
-            return zornic::make<SqliteMediaLibrary>(file, options);
-        }
+        return zornic::make<SqliteMediaLibrary>(file, std::move(options));
     } catch (const std::exception& error) {
         logLine("library: " + file.string() + " can't be opened: " + error.what());
         return nullptr;
@@ -56,30 +48,56 @@ std::shared_ptr<SqliteMediaLibrary> SqliteMediaLibrary::open(const std::filesyst
 SqliteMediaLibrary::SqliteMediaLibrary(const std::filesystem::path& file, Options options)
     : _coverReader(std::move(options.coverReader)),
       _sortKey(std::move(options.language)),
-      _writer(file, Database::Access::ReadWrite) {
-    Schema::prepare(_writer);
-    probe(_writer);
-    _readers = std::make_shared<Readers>(file);
+      _patience(options.patience),
+      _storage(file, _troubles) {}
+
+SqliteMediaLibrary::~SqliteMediaLibrary() {
+    _isEnding = true;
+    _troubles.setHandler({});
+    writePending();
 }
 
 void SqliteMediaLibrary::didMake() {
     MediaLibrary::didMake();
-    bool isCurrent = false;
-    write([&](TrackStore& store) { isCurrent = store.areSortKeysCurrent(); });
-    if (isCurrent) return;
-    // A new library has nothing to sort; in an old one a million keys take a while.
-    if (!hasSongs()) {
-        write([](TrackStore& store) { store.renewSortKeys(); });
-        return;
-    }
-    _writes.async([weak = zornic::weak(this)] {
-        const auto self = weak.lock();
-        if (self && self->write([](TrackStore& store) { store.renewSortKeys(); })) self->noteChange();
+    useReaders();
+    prepareSortKeys();
+}
+
+std::shared_ptr<Readers> SqliteMediaLibrary::readers() const {
+    std::lock_guard lock(_readersMutex);
+    return _readers;
+}
+
+void SqliteMediaLibrary::useReaders() {
+    const auto fresh = _storage.readers();
+    fresh->setFailureHandler([weak = zornic::weak(this)](const DatabaseError& error) {
+        if (const auto self = weak.lock()) self->readFailed(error);
     });
+    std::lock_guard lock(_readersMutex);
+    _readers = fresh;
+}
+
+bool SqliteMediaLibrary::areSortKeysCurrent() {
+    std::lock_guard lock(_writerMutex);
+    try {
+        return !_storage.writer() ||
+               TrackStore(*_storage.writer(), _sortKey, _trackCache).areSortKeysCurrent();
+    } catch (const DatabaseError& error) {
+        readFailed(error);
+        return true;
+    }
+}
+
+void SqliteMediaLibrary::prepareSortKeys() {
+    if (areSortKeysCurrent()) return;
+    const auto renew = [](TrackStore& store) { store.renewSortKeys(); };
+    // A new library has nothing to sort; in an old one a million keys take a while.
+    if (!hasSongs() && write(renew, std::chrono::milliseconds(0))) return;
+    writeSoon({renew, true});
 }
 
 bool SqliteMediaLibrary::hasSongs() const {
-    return _readers->read(false, [](Database& database) {
+    return readers()->read(false, [](Database& database) {
         return database.integer({"SELECT EXISTS (SELECT 1 FROM section_count WHERE tracks > 0)", {}}) != 0;
     });
 }
@@ -100,14 +118,14 @@ std::shared_ptr<zornic::MediaItem> SqliteMediaLibrary::itemWithPersistentID(Pers
 std::shared_ptr<const zornic::MediaQueryResult> SqliteMediaLibrary::evaluate(
     const zornic::MediaQueryDescription& description) const {
     const auto library = std::static_pointer_cast<const MediaLibrary>(shared_from_this());
-    return std::make_shared<const SqliteQueryResult>(std::const_pointer_cast<MediaLibrary>(library), _readers,
-                                                     description);
+    return std::make_shared<const SqliteQueryResult>(std::const_pointer_cast<MediaLibrary>(library),
+                                                     readers(), description);
 }
 
 template <class Row>
 Dictionary SqliteMediaLibrary::valuesOf(const SqlQuery& query, Row&& values,
                                         const std::vector<std::string>& properties) const {
-    const auto all = _readers->read(Dictionary(), [&](Database& database) {
+    const auto all = readers()->read(Dictionary(), [&](Database& database) {
         auto row = database.prepare(query);
         return row.step() ? values(row) : Dictionary();
     });
@@ -133,7 +151,7 @@ Dictionary SqliteMediaLibrary::valuesOfPlaylist(PersistentID persistentID,
 
 std::vector<std::filesystem::path> SqliteMediaLibrary::filesWithPicture(std::int64_t picture) const {
     constexpr int filesTried = 4;  // the same picture is in every track of an album
-    return _readers->read(std::vector<std::filesystem::path>(), [&](Database& database) {
+    return readers()->read(std::vector<std::filesystem::path>(), [&](Database& database) {
         std::vector<std::filesystem::path> found;
         auto rows =
             database.prepare({"SELECT f.path, t.file_name FROM track t JOIN folder f ON f.id = t.folder_id "
@@ -145,7 +163,7 @@ std::vector<std::filesystem::path> SqliteMediaLibrary::filesWithPicture(std::int
 }
 
 std::vector<std::filesystem::path> SqliteMediaLibrary::pictureOfFolder(std::int64_t folder) const {
-    return _readers->read(std::vector<std::filesystem::path>(), [&](Database& database) {
+    return readers()->read(std::vector<std::filesystem::path>(), [&](Database& database) {
         std::vector<std::filesystem::path> found;
         auto row =
             database.prepare({"SELECT path, picture FROM folder WHERE id = ? AND picture <> ''", {folder}});
@@ -161,46 +179,155 @@ std::shared_ptr<const zornic::ImageSource> SqliteMediaLibrary::loadArtwork(const
     std::vector<std::filesystem::path> files;
     if (token.starts_with(embedded)) files = filesWithPicture(numberIn(token.substr(embedded.size())));
     if (token.starts_with(file)) files = pictureOfFolder(numberIn(token.substr(file.size())));
-    for (const auto& path : files) {
-        const auto stamp = FileStamp::of(path);
-        if (!stamp) continue;
-        // What is wrong with a picture is wrong with it in every file.
-        if (!_coverReader || _unreadableCovers.contains(path, *stamp)) return nullptr;
-        const CoverReading reading = _coverReader->cover(path, fittingSize, scale);
-        if (!reading.problem.empty()) {
-            _unreadableCovers.insert(path, *stamp);
-            logLine("cover: " + path.string() + ": " + reading.problem);
-        }
-        return reading.image;
-    }
+    // What is wrong with a picture is wrong with it in every file: only the first one that is there counts.
+    for (const auto& path : files)
+        if (const auto stamp = FileStamp::of(path))
+            return readCover({path.parent_path(), path.filename().string(), stamp->size, stamp->mtime},
+                             fittingSize, scale);
     return nullptr;
+}
+
+std::shared_ptr<const zornic::ImageSource> SqliteMediaLibrary::readCover(const MusicFile& file,
+                                                                         zornic::Size fittingSize,
+                                                                         double scale) const {
+    const bool isUnreadable = readers()->read(
+        false, [&](Database& database) { return TrackStore::isUnreadablePicture(database, file); });
+    if (!_coverReader || isUnreadable) return nullptr;
+    const CoverReading reading = _coverReader->cover(file.path(), fittingSize, scale);
+    if (!reading.problem.empty()) {
+        logLine("cover: " + file.path().string() + ": " + reading.problem);
+        const auto self = std::static_pointer_cast<const SqliteMediaLibrary>(shared_from_this());
+        std::const_pointer_cast<SqliteMediaLibrary>(self)->writeSoon(
+            {[file, reason = reading.problem](TrackStore& store) {
+                store.noteUnreadablePicture(file, reason);
+            }});
+    }
+    return reading.image;
 }
 
 void SqliteMediaLibrary::removePlaylist(const zornic::MediaPlaylist& playlist) {
     const auto id = static_cast<std::int64_t>(playlist.persistentID());
-    if (write([id](TrackStore& store) { store.removePlaylist(id); })) noteChange();
+    writeSoon({[id](TrackStore& store) { store.removePlaylist(id); }, true});
 }
 
 void SqliteMediaLibrary::noteItemPlayed(PersistentID persistentID) {
-    _writes.async([weak = zornic::weak(this), persistentID] {
-        const auto self = weak.lock();
-        if (!self) return;
-        self->write([&](TrackStore& store) { store.notePlayed(static_cast<std::int64_t>(persistentID)); });
+    const auto id = static_cast<std::int64_t>(persistentID);
+    writeSoon({[id](TrackStore& store) { store.notePlayed(id); }});
+}
+
+void SqliteMediaLibrary::writeSoon(Change change) {
+    {
+        std::lock_guard lock(_pendingMutex);
+        if (_pending.size() >= maximumPendingChanges) _pending.erase(_pending.begin());
+        _pending.push_back(std::move(change));
+        _hasPending = true;
+    }
+    _writes.async([weak = zornic::weak(this)] {
+        if (const auto self = weak.lock()) self->writePending();
     });
 }
 
-bool SqliteMediaLibrary::write(const std::function<void(TrackStore&)>& change) {
+void SqliteMediaLibrary::writePending() {
+    std::vector<Change> changes;
+    {
+        std::lock_guard lock(_pendingMutex);
+        _hasPending = false;
+        changes.swap(_pending);
+    }
+    if (changes.empty()) return;
+    const bool isStored = write([&](TrackStore& store) {
+        for (const Change& change : changes) change.perform(store);
+    });
+    if (!isStored) {
+        std::lock_guard lock(_pendingMutex);
+        _pending.insert(_pending.begin(), changes.begin(), changes.end());
+        _hasPending = true;
+    } else if (!_isEnding && std::ranges::any_of(changes, &Change::isSeen)) {
+        noteChange();
+    }
+}
+
+bool SqliteMediaLibrary::write(const std::function<void(TrackStore&)>& change,
+                               std::chrono::milliseconds wait) {
+    return transact(
+        [&](Database& database, Transaction& transaction) {
+            TrackStore store(database, _sortKey, _trackCache);
+            change(store);
+            store.commit(transaction);
+        },
+        wait);
+}
+
+bool SqliteMediaLibrary::transact(const std::function<void(Database&, Transaction&)>& change,
+                                  std::chrono::milliseconds wait) {
+    const auto giveUp = std::chrono::steady_clock::now() + wait;
+    for (bool wasBegun = false;;) {
+        try {
+            std::lock_guard lock(_writerMutex);
+            if (!_storage.writer()) return _isStoring = false;
+            Transaction transaction(*_storage.writer());
+            wasBegun = true;
+            change(*_storage.writer(), transaction);
+            break;
+        } catch (const DatabaseError& error) {
+            const bool isBusy = error.kind() == DatabaseError::Kind::Busy && !wasBegun;
+            if (isBusy && !_isEnding && std::chrono::steady_clock::now() < giveUp) continue;
+            writeFailed(error);
+            return false;
+        }
+    }
+    if (_hasPending && !_writes.isCurrent() && !_isEnding)
+        _writes.async([weak = zornic::weak(this)] {
+            if (const auto self = weak.lock()) self->writePending();
+        });
+    return true;
+}
+
+void SqliteMediaLibrary::writeFailed(const DatabaseError& error) {
+    using Kind = DatabaseError::Kind;
+    _isStoring = false;
+    if (error.isDamage()) return replaceSoon(error);
+    _troubles.log("library: " + _storage.file().string() + " can't be written: " + error.what());
+    _troubles.add(error.kind() == Kind::NoRoom     ? StorageTrouble::NoRoom
+                  : error.kind() == Kind::ReadOnly ? StorageTrouble::ReadOnly
+                  : error.kind() == Kind::Busy     ? StorageTrouble::Busy
+                                                   : StorageTrouble::Failing);
+}
+
+void SqliteMediaLibrary::readFailed(const DatabaseError& error) {
+    const bool isLost = error.isDamage() || error.kind() == DatabaseError::Kind::Disk;
+    if (isLost) return replaceSoon(error);
+    _troubles.log("library: " + _storage.file().string() + " can't be read: " + error.what());
+}
+
+void SqliteMediaLibrary::replaceSoon(DatabaseError error) {
+    _isStoring = false;
+    if (_isEnding || _isReplacing.exchange(true)) return;
+    _writes.async([weak = zornic::weak(this), error = std::move(error)] {
+        if (const auto self = weak.lock()) self->replace(error);
+    });
+}
+
+void SqliteMediaLibrary::replace(const DatabaseError& error) {
     try {
         std::lock_guard lock(_writerMutex);
-        Transaction transaction(_writer);
-        TrackStore store(_writer, _sortKey, _trackCache);
-        change(store);
-        store.commit(transaction);
-        return true;
-    } catch (const DatabaseError& error) {
-        logLine(std::string("library: writing the database failed: ") + error.what());
-        return false;
+        if (error.isDamage())
+            _storage.replace(error.what());
+        else
+            _storage.moveElsewhere(error.what());
+        _trackCache.clear();
+        useReaders();
+        _isReplacing = false;
+    } catch (const DatabaseError& failure) {
+        return _troubles.log(std::string("library: there is none any more: ") + failure.what());
     }
+    prepareSortKeys();
+    noteChange();
+}
+
+bool SqliteMediaLibrary::beginStoring() {
+    std::lock_guard lock(_writerMutex);
+    return _isStoring = _storage.writer() && !_isReplacing;
 }
 
 void SqliteMediaLibrary::noteChange() {
@@ -210,24 +337,26 @@ void SqliteMediaLibrary::noteChange() {
 }
 
 bool SqliteMediaLibrary::checkIntegrity() {
-    const auto last = _readers->readLong(std::int64_t{0}, [](Database& database) {
+    const auto last = readers()->readLong(std::int64_t{0}, [](Database& database) {
         return database.integer({"SELECT CAST(value AS INTEGER) FROM meta WHERE key = 'checked'", {}});
     });
     if (now() - last < secondsBetweenChecks) return true;
-    const auto problem = _readers->readLong(std::string("unreadable"), [](Database& database) {
+    const auto problem = readers()->readLong(std::string(), [](Database& database) {
         auto row = database.prepare({"PRAGMA quick_check(1)", {}});
-        return row.step() ? row.text(0) : std::string("no answer");
+        return row.step() ? row.text(0) : std::string();
     });
-    const bool isSound = problem == "ok";
-    if (!isSound) logLine("library: the database is damaged and is made anew at the next start: " + problem);
-    try {
-        std::lock_guard lock(_writerMutex);
-        _writer.run({"INSERT OR REPLACE INTO meta VALUES (?, ?)",
-                     {isSound ? "checked" : "damage", isSound ? std::to_string(now()) : problem}});
-    } catch (const DatabaseError& error) {
-        logLine(std::string("library: writing the database failed: ") + error.what());
+    if (problem.empty()) return true;  // it couldn't be read, which was said
+    if (problem != "ok") {
+        replaceSoon(DatabaseError(DatabaseError::damageCode, problem));
+        return false;
     }
-    return isSound;
+    transact(
+        [](Database& database, Transaction& transaction) {
+            database.run({"INSERT OR REPLACE INTO meta VALUES ('checked', ?)", {std::to_string(now())}});
+            transaction.commit();
+        },
+        _patience);
+    return true;
 }
 
 }  // namespace helmo

@@ -1,11 +1,14 @@
 #include "Host/Library/TrackCounts.h"
 
+#include "Host/Library/Schema.h"
+
 namespace helmo {
 
 void TrackCounts::add(std::int64_t mediaType, const Keys& keys,
                       const std::array<std::int64_t, 6>& collections) {
     std::int64_t ordering = 0;
-    for (const std::string* key : keys) ++_sections[{ordering++, mediaType, key->substr(0, 2)}];
+    for (const std::string* key : keys)
+        ++_sections[{ordering++, mediaType, key->substr(0, Schema::countedBytes)}];
     for (const std::int64_t collection : collections)
         if (collection != 0) ++_collections[{collection, mediaType}];
 }

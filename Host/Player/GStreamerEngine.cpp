@@ -18,6 +18,9 @@ namespace {
 constexpr auto watchInterval = std::chrono::seconds(1);
 constexpr int mostStalledLooks = 2;
 constexpr int mostRestarts = 3;
+/** A file whose sound ends this long before its end was cut off; where the length is estimated it may be so.
+ */
+constexpr Seconds mostMissing{3};
 
 std::string sentence(const PlaybackSource& source, const std::string& reason) {
     return "“" + nameOf(source.location) + "” can't be played: " + reason + ".";
@@ -303,8 +306,26 @@ void GStreamerEngine::didAdvance() {
 void GStreamerEngine::didEnd() {
     // While seeking it is an end that was left behind.
     if (_phase != Phase::Ready && _phase != Phase::Ended) return;
-    _position = duration().value_or(currentTime());
+    const auto end = duration();
+    const bool isEarly = end && currentTime() < *end - mostMissing && !isAddress(_source->location);
+    if (isEarly) return askWhyItEnded();
+    _position = end.value_or(currentTime());
     goOn();
+}
+
+void GStreamerEngine::askWhyItEnded() {
+    // A file that goes away while it is read just seems to end. The disk that it was on may be slow to say
+    // so.
+    _queue.async([self = weak(this), load = _load->load(), location = _source->location] {
+        const auto reason = unreadableReason(location);
+        mainQueue().async([self, load, reason] {
+            const auto engine = self.lock();
+            if (!engine || *engine->_load != load) return;
+            if (!reason.empty()) return engine->didFail("it broke off, " + reason);
+            engine->_position = engine->duration().value_or(engine->currentTime());
+            engine->goOn();
+        });
+    });
 }
 
 void GStreamerEngine::didFail(const std::string& reason) {

@@ -68,6 +68,8 @@ private:
     void becomeReady();
     void didAdvance();
     void didEnd();
+    /** Goes on after an early end, or fails when its file is gone. */
+    void askWhyItEnded();
     void didFail(const std::string& reason);
     void sinkDidFail(const std::string& reason);
     void setSounding(bool sounding);

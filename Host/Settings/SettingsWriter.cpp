@@ -112,8 +112,9 @@ void SettingsWriter::writePending() {
         all = _all;
     }
     const auto problem = save(changes, all);
+    const bool isNew = problem != std::exchange(_problem, problem);
     if (problem.empty()) return;
-    if (_log) _log(_file.string() + ": can't be written: " + problem);
+    if (_log && isNew) _log(_file.string() + ": can't be written: " + problem);
     std::lock_guard lock(_mutex);
     _changes.merge(changes);  // they go with the next change
 }

@@ -36,6 +36,8 @@ private:
     std::mutex _mutex;
     WrittenSettings _changes, _all;
     bool _isQueued = false;
+    /** Of the last write, so that it is logged once. On the queue. */
+    std::string _problem;
     zornic::SerialQueue _queue{"settings", zornic::QueuePriority::Background};
 };
 

@@ -182,6 +182,17 @@ TEST_F(GStreamerEngineTest, BrokenNextSourceLetsThePresentOneSoundOutAndAnotherF
     EXPECT_TRUE(waitFor({"next failed text.mp3", "end"}));
 }
 
+TEST_F(GStreamerEngineTest, FileThatGoesAwayInTheMiddleIsAFailureAndNoEnd) {
+    const auto source = tone("lost.wav", 60);
+    engine->load(source, true);
+    ASSERT_TRUE(timeRuns());
+    std::filesystem::resize_file(source.location, 200'000);  // as a medium that is pulled out: no more to read
+    std::filesystem::remove(source.location);
+    ASSERT_TRUE(waitFor({"failed lost.wav"})) << testing::PrintToString(listener->said);
+    EXPECT_NE(listener->reason.find("there is no such file"), std::string::npos) << listener->reason;
+    EXPECT_FALSE(engine->isPlaying());
+}
+
 TEST_F(GStreamerEngineTest, SeeksAndStartsInTheMiddle) {
     auto source = tone("long.wav", 60);
     source.startTime = 20s;

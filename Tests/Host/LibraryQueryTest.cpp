@@ -184,6 +184,7 @@ TEST_F(LibraryQuery, PlaylistsKeepTheirOrderAndFoldersHoldWhatIsInside) {
               (Texts{"Ann", "Bob"}));
 
     _library->removePlaylist(zornic::MediaPlaylist(101, _library));
+    ASSERT_TRUE(zornic::BackgroundWork::waitUntilIdle(std::chrono::seconds(10)));
     EXPECT_EQ(level(0), Texts{"Folder"});
     EXPECT_EQ(query({}, {is(Item::Title, "Zoo")})->_countOfItems(), 1u);
 }

@@ -52,7 +52,7 @@ public:
     };
     CoverReading cover(const fs::path& file, zornic::Size, double) override {
         ++reads;
-        auto bytes = isPictureFile(file) ? fileBytes(file, 1000) : TagLibReader().picture(file).bytes;
+        auto bytes = isPictureFile(file.string()) ? fileBytes(file, 1000) : TagLibReader().picture(file).bytes;
         if (bytes == "broken") return {nullptr, "it is broken"};
         return {std::make_shared<Source>(std::move(bytes)), {}};
     }
@@ -135,7 +135,7 @@ protected:
     std::shared_ptr<CountingReader> _reader = std::make_shared<CountingReader>();
 };
 
-TEST_F(LibraryScanTest, ReadsTagsOfEveryKindOfFileAndTakesFilesWithoutAny) {
+TEST_F(LibraryScanTest, ReadsTagsOfEveryKindOfFileAndTakesSoundWithoutAny) {
     song("wave.wav", {{"TITLE", "Wave"},
                       {"ARTIST", "Ann"},
                       {"ALBUM", "Sun"},
@@ -152,12 +152,12 @@ TEST_F(LibraryScanTest, ReadsTagsOfEveryKindOfFileAndTakesFilesWithoutAny) {
                                {{"TITLE", "Mp\n3\xc2\x85"}, {"GENRE", "Podcast"}, {"ALBUM", "Daily"}});
     tagged<TagLib::MP4::File>("book.m4b", mp4(), {{"TITLE", "Book"}});
     write("Some Album/CD 2/04 - Plain.mka", "\x1A\x45\xDF\xA3 no tags");
-    write("broken.mp3", "");
+    write("empty.mp3", "");
     write("notes.txt", "no music");
     write(".hidden/secret.mp3", mpeg());
     scan();
 
-    EXPECT_EQ(titles(*query()), (Texts{"Book", "broken", "Flac", "Mp 3", "Plain", "Wave"}));
+    EXPECT_EQ(titles(*query()), (Texts{"Book", "Flac", "Mp 3", "Plain", "Wave"}));
     const auto wave = named("Wave");
     EXPECT_TRUE(named("Wave")->isExplicit());
     EXPECT_FALSE(named("Flac")->isExplicit());
@@ -180,7 +180,6 @@ TEST_F(LibraryScanTest, ReadsTagsOfEveryKindOfFileAndTakesFilesWithoutAny) {
     EXPECT_EQ(plain->albumTitle(), "Some Album");
     EXPECT_EQ(plain->valueForProperty(Item::AlbumTrackNumber), zornic::Value(4));
     EXPECT_EQ(plain->valueForProperty(Item::DiscNumber), zornic::Value(2));
-    EXPECT_EQ(named("broken")->albumTitle(), "");  // the music folder is no album
 }
 
 TEST(LibraryFileNames, GiveUpATrackNumberOnlyWhenItIsOne) {
