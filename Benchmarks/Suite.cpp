@@ -4,6 +4,9 @@ namespace helmo::benchmarks {
 
 const std::vector<Benchmark>& allBenchmarks() {
     static const std::vector<Benchmark> benchmarks{
+        {{"frame_songs", "frame_now_playing", "tick_now_playing"}, measureFrames},
+        {{"idle_frames", "idle_wakeups"}, measureIdle},
+        {{"start"}, measureStart},
         {{"scan_rate", "scan_first_rows_ms", "rescan"}, measureScan},
     };
     return benchmarks;

@@ -74,6 +74,7 @@ void HelmoApplication::choosePaths() {
 }
 
 void HelmoApplication::installServices() {
+    _textEngine = std::make_shared<PangoTextEngine>();  // first: it reads the fonts while the rest is made
     _settings = std::make_unique<Settings>(_settingsFile, logLine);
     const std::string language = _settings->values().language;
     LocaleServices::install(std::make_unique<IcuLocaleServices>(language));
@@ -83,7 +84,6 @@ void HelmoApplication::installServices() {
     _readerProgram = ReaderProgram::find();
     _imageLoader = std::make_shared<HostImageLoader>(std::make_shared<PictureReader>(_readerProgram));
     ImageLoader::install(_imageLoader);
-    _textEngine = std::make_shared<PangoTextEngine>();
     TextEngine::install(_textEngine);
 }
 
@@ -94,7 +94,7 @@ bool HelmoApplication::openLibrary() {
     _musicFolders = chosenMusicFolders(_commandLine, _settings->values());
     _scanner = std::make_unique<Scanner>(_library, _musicFolders,
                                          std::make_shared<ReaderTagReader>(_readerProgram));
-    _scanner->start();
+    if (_commandLine.headless) _scanner->start();
     return true;
 }
 
@@ -185,6 +185,7 @@ int HelmoApplication::runWindow() {
 void HelmoApplication::didDrawFirstFrame() {
     _startMilliseconds = millisecondsSinceProcessStart();
     globalQueue(QueuePriority::Background).async([] { GStreamerEngine::prepare(); });
+    _scanner->start();
     _runLoop->async([this] { _textEngine->prepareFallbacks(); });
 }
 

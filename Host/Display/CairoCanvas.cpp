@@ -52,11 +52,6 @@ CairoCanvas::~CairoCanvas() {
 
 // State
 
-void CairoCanvas::changeState(std::function<void()> change) {
-    change();
-    if (!_groups.empty() && _groups.back().deferred) _groups.back().steps.push_back(std::move(change));
-}
-
 void CairoCanvas::save() {
     changeState([this] { cairo_save(_context); });
     if (!_groups.empty()) ++_groups.back().saves;

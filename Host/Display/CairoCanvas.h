@@ -59,7 +59,12 @@ private:
         std::optional<zornic::Image> image{};
     };
 
-    void changeState(std::function<void()> change);
+    /** Makes a change now, and again should the group that is open get a surface. */
+    template <class Change>
+    void changeState(Change change) {
+        change();
+        if (!_groups.empty() && _groups.back().deferred) _groups.back().steps.emplace_back(std::move(change));
+    }
     /** Gives a deferred group its surface. */
     void settle();
     void rewind(Group& group);

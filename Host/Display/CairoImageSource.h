@@ -23,6 +23,8 @@ public:
     std::uint64_t identity() const { return _identity; }
     /** The whole image at that many pixels; empty where there is no memory for it. */
     virtual Surface rendered(int width, int height) const = 0;
+    /** The pixels that it holds, where they are that many; else empty. */
+    virtual Surface held(int /*width*/, int /*height*/) const { return {}; }
 
 private:
     const std::uint64_t _identity;

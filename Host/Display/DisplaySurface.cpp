@@ -55,7 +55,7 @@ std::vector<DisplaySurface::PixelRect> DisplaySurface::render(zornic::Window& wi
         const auto context = makeContext(_pixels);
         cairo_rectangle(context.get(), rect.x, rect.y, rect.width, rect.height);
         cairo_clip(context.get());
-        clear(context.get());
+        if (!window.layer()->covers(area)) clear(context.get());
         CairoCanvas canvas(context.get(), _scale, _cache);
         window.render(canvas);
         drawn.push_back(rect);

@@ -98,7 +98,9 @@ std::shared_ptr<const zornic::ImageSource> HostImageLoader::sourceByDrawing(
     if (!(scale > 0)) scale = 1;
     const int width = pixelsFor(size.width, scale), height = pixelsFor(size.height, scale);
     if (!CairoImageSource::isWithinLimits(width, height)) return nullptr;
-    Surface pixels(width, height);
+    // Without alpha it is copied, not blended, wherever it is drawn.
+    Surface pixels(
+        cairo_image_surface_create(opaque ? CAIRO_FORMAT_RGB24 : CAIRO_FORMAT_ARGB32, width, height));
     if (!pixels) return nullptr;
     const auto context = makeContext(pixels);
     if (opaque) {

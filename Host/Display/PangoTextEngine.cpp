@@ -23,17 +23,51 @@ constexpr std::size_t layoutLimit = 8 << 20;  // bytes
 /** Widths beyond this, in points, are none: Pango counts in 1/1024 of a point. */
 constexpr double widestLayout = 100000;
 
-/** The family goes by another name where it is installed as one variable file. */
+/** A letter as texts lay it out: the font that it is set in is the one that they open, and is opened once. */
+class Letter {
+public:
+    Letter(PangoContext* context, const PangoFontDescription* font) : _layout(pango_layout_new(context)) {
+        pango_layout_set_font_description(_layout.get(), font);
+        pango_layout_set_text(_layout.get(), "x", 1);
+        const GSList* const runs = pango_layout_get_line_readonly(_layout.get(), 0)->runs;
+        if (runs) _analysis = &static_cast<const PangoGlyphItem*>(runs->data)->item->analysis;
+    }
+    /** None where nothing could be opened. */
+    PangoFont* font() const { return _analysis ? _analysis->font : nullptr; }
+    PangoLanguage* language() const { return _analysis->language; }
+    double inkHeight() const {
+        PangoRectangle ink;
+        pango_layout_get_extents(_layout.get(), &ink, nullptr);
+        return pango_units_to_double(ink.height);
+    }
+
+private:
+    const ObjectPointer<PangoLayout> _layout;
+    const PangoAnalysis* _analysis = nullptr;
+};
+
+/** The name of the font that is opened when `family` is wanted. */
+std::string openedFamily(PangoContext* context, const char* family) {
+    PangoFontDescription* const wanted = pango_font_description_new();
+    pango_font_description_set_family(wanted, family);
+    pango_font_description_set_weight(wanted, PANGO_WEIGHT_NORMAL);
+    pango_font_description_set_absolute_size(wanted, Font().size * PANGO_SCALE);  // needed anyhow
+    const Letter letter(context, wanted);
+    pango_font_description_free(wanted);
+    if (!letter.font()) return {};
+    PangoFontDescription* const opened = pango_font_describe(letter.font());
+    const char* const name = pango_font_description_get_family(opened);
+    std::string result = name ? name : "";
+    pango_font_description_free(opened);
+    return result;
+}
+
+/** The family goes by another name where it is installed as one variable file. Asked for by name: a list of
+   all families would read every font of the system. */
 std::string installedFamily(PangoContext* context) {
-    PangoFontFamily** families = nullptr;
-    int count = 0;
-    pango_context_list_families(context, &families, &count);
-    std::string found;
     for (const char* const wanted : {"Inter", "Inter Variable", "Inter V"})
-        for (int i = 0; i < count && found.empty(); ++i)
-            if (g_ascii_strcasecmp(pango_font_family_get_name(families[i]), wanted) == 0) found = wanted;
-    g_free(families);
-    return found;
+        if (g_ascii_strcasecmp(openedFamily(context, wanted).c_str(), wanted) == 0) return wanted;
+    return {};
 }
 
 PangoWeight pangoWeight(FontWeight weight) {
@@ -112,14 +146,15 @@ PangoEllipsizeMode ellipsizeMode(const TextRequest& request) {
 
 /** Pango turns left and right around for a right-to-left text; only natural alignment wants that. */
 PangoAlignment pangoAlignment(TextAlignment alignment, PangoLayout* layout) {
-    const bool turned = pango_layout_get_direction(layout, 0) == PANGO_DIRECTION_RTL;
+    // Asked for only where it matters: it lays the text out, once more than is needed.
+    const auto isTurned = [layout] { return pango_layout_get_direction(layout, 0) == PANGO_DIRECTION_RTL; };
     switch (alignment) {
         case TextAlignment::Center:
             return PANGO_ALIGN_CENTER;
         case TextAlignment::Left:
-            return turned ? PANGO_ALIGN_RIGHT : PANGO_ALIGN_LEFT;
+            return isTurned() ? PANGO_ALIGN_RIGHT : PANGO_ALIGN_LEFT;
         case TextAlignment::Right:
-            return turned ? PANGO_ALIGN_LEFT : PANGO_ALIGN_RIGHT;
+            return isTurned() ? PANGO_ALIGN_LEFT : PANGO_ALIGN_RIGHT;
         case TextAlignment::Natural:
             return PANGO_ALIGN_LEFT;
     }
@@ -154,15 +189,19 @@ PangoTextEngine::PangoTextEngine() : _layouts(layoutLimit) {
     cairo_font_options_set_hint_metrics(options.get(), CAIRO_HINT_METRICS_OFF);
     pango_cairo_context_set_font_options(_context.get(), options.get());
     pango_context_set_round_glyph_positions(_context.get(), FALSE);
+}
 
+PangoTextEngine::~PangoTextEngine() = default;
+
+const std::string& PangoTextEngine::family() const {
+    if (!_family.empty()) return _family;
     _family = installedFamily(_context.get());
     if (_family.empty()) {
         _family = "sans";
         logLine("The font family Inter is not installed; texts are shown in the system's sans.");
     }
+    return _family;
 }
-
-PangoTextEngine::~PangoTextEngine() = default;
 
 std::size_t PangoTextEngine::RequestHash::operator()(const TextRequest& request) const {
     std::size_t hash = std::hash<double>()(request.maxWidth) + static_cast<std::size_t>(request.maxLines);
@@ -173,7 +212,7 @@ std::size_t PangoTextEngine::RequestHash::operator()(const TextRequest& request)
 
 PangoFontDescription* PangoTextEngine::description(const Font& font) const {
     PangoFontDescription* const description = pango_font_description_new();
-    pango_font_description_set_family(description, _family.c_str());
+    pango_font_description_set_family(description, family().c_str());
     pango_font_description_set_weight(description, pangoWeight(font.weight));
     pango_font_description_set_absolute_size(description, std::clamp(font.size, 1.0, 1000.0) * PANGO_SCALE);
     return description;
@@ -257,23 +296,17 @@ zornic::FontMetrics PangoTextEngine::metrics(const Font& font) {
 
 zornic::FontMetrics PangoTextEngine::measured(const Font& font) {
     PangoFontDescription* const wanted = description(font);
-    const ObjectPointer<PangoFont> opened(pango_context_load_font(_context.get(), wanted));
-    zornic::FontMetrics result{font.size, font.size / 4, font.size * 1.25, font.size / 2};
-    if (opened) {
-        PangoFontMetrics* const metrics = pango_font_get_metrics(opened.get(), nullptr);
-        result.ascent = pango_units_to_double(pango_font_metrics_get_ascent(metrics));
-        result.descent = pango_units_to_double(pango_font_metrics_get_descent(metrics));
-        result.lineHeight = std::max(result.ascent + result.descent,
-                                     pango_units_to_double(pango_font_metrics_get_height(metrics)));
-        pango_font_metrics_unref(metrics);
-        const ObjectPointer<PangoLayout> letter(pango_layout_new(_context.get()));
-        pango_layout_set_font_description(letter.get(), wanted);
-        pango_layout_set_text(letter.get(), "x", 1);
-        PangoRectangle ink;
-        pango_layout_get_extents(letter.get(), &ink, nullptr);
-        result.xHeight = pango_units_to_double(ink.height);
-    }
+    const Letter letter(_context.get(), wanted);
     pango_font_description_free(wanted);
+    zornic::FontMetrics result{font.size, font.size / 4, font.size * 1.25, font.size / 2};
+    if (!letter.font()) return result;
+    PangoFontMetrics* const metrics = pango_font_get_metrics(letter.font(), letter.language());
+    result.ascent = pango_units_to_double(pango_font_metrics_get_ascent(metrics));
+    result.descent = pango_units_to_double(pango_font_metrics_get_descent(metrics));
+    result.lineHeight = std::max(result.ascent + result.descent,
+                                 pango_units_to_double(pango_font_metrics_get_height(metrics)));
+    pango_font_metrics_unref(metrics);
+    result.xHeight = letter.inkHeight();
     return result;
 }
 

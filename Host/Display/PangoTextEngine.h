@@ -17,7 +17,7 @@ public:
     /** No text is longer than this, in code points, once it is laid out: far more than any display shows. */
     static constexpr std::size_t maxLength = 4096;
 
-    /** Says so once on stderr where the family is missing, and goes on with the system's sans. */
+    /** Returns at once: the system's fonts are read on another thread, which the first text waits for. */
     PangoTextEngine();
     ~PangoTextEngine() override;
 
@@ -29,8 +29,9 @@ public:
     /** Opens the fonts of other scripts (about a tenth of a second), so that the first title in one of them
        does not halt a scrolling list. For the time after the first frame. */
     void prepareFallbacks();
-    /** The family in use. */
-    const std::string& family() const { return _family; }
+    /** The family in use. Says so once on stderr where the usual one is missing; then it is the system's
+       sans. */
+    const std::string& family() const;
 
 private:
     struct RequestHash {
@@ -50,7 +51,7 @@ private:
     void setAttributes(_PangoLayout* layout, const zornic::TextRequest& request) const;
 
     ObjectPointer<PangoContext> _context;
-    std::string _family;
+    mutable std::string _family;  // empty until a text asks for it
     std::map<zornic::Font, zornic::FontMetrics, FontOrder> _metrics;
     zornic::EvictingCache<zornic::TextRequest, Layout, RequestHash> _layouts;
 };

@@ -2,8 +2,12 @@
 
 namespace helmo {
 
+Surface PictureSource::held(int width, int height) const {
+    return width == _pixels.width() && height == _pixels.height() ? _pixels : Surface();
+}
+
 Surface PictureSource::rendered(int width, int height) const {
-    if (width == _pixels.width() && height == _pixels.height()) return _pixels;
+    if (auto pixels = held(width, height)) return pixels;
     Surface result(width, height);
     if (!result || _size.empty()) return result;
     const auto context = makeContext(result);

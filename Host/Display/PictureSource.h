@@ -16,6 +16,7 @@ public:
     double scale() const override { return _scale; }
     std::size_t cost() const override { return _pixels.bytes(); }
     Surface rendered(int width, int height) const override;
+    Surface held(int width, int height) const override;
 
 private:
     const Surface _pixels;

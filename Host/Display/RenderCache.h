@@ -30,7 +30,7 @@ public:
     };
 
     /** Limits in bytes. */
-    explicit RenderCache(std::size_t imageLimit = 64 << 20, std::size_t textLimit = 12 << 20);
+    explicit RenderCache(std::size_t imageLimit = 32 << 20, std::size_t textLimit = 12 << 20);
 
     /** Empty where there is no memory, or the form is beyond all displays. */
     Surface image(const CairoImageSource& source, const ImageForm& form);

@@ -17,7 +17,7 @@ using zornic::TimePoint;
 namespace {
 
 constexpr auto frameInterval = std::chrono::microseconds(16667);
-/** How often input is looked at where the video driver can't wake the program. */
+/** How often input is looked at where nothing can wake the program. */
 constexpr auto pollInterval = std::chrono::milliseconds(8);
 
 bool driverIs(std::string_view name) {
@@ -25,7 +25,7 @@ bool driverIs(std::string_view name) {
     return driver && driver == name;
 }
 
-/** Desktops can be waited for; a bare display's input devices have to be asked. */
+/** Desktops can be waited for; beside a bare display its input devices are watched. */
 bool driverCanSleep() { return driverIs("x11") || driverIs("wayland"); }
 
 using PixelBuffer = std::unique_ptr<SDL_Surface, decltype(&SDL_FreeSurface)>;
@@ -60,6 +60,7 @@ std::string SdlDisplay::open() {
     if (driverIs("offscreen") && !SDL_GetHint(SDL_HINT_VIDEODRIVER))
         return "No display can be used: there is neither a desktop nor a screen to draw on.";
     _canSleep = driverCanSleep();
+    _hasInput = !driverIs("dummy") && !driverIs("offscreen");
     // X11 takes the drawn rectangles as they are; by way of a texture the whole window goes over each frame.
     if (driverIs("x11")) SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
     const int width = _surface.pixels().width(), height = _surface.pixels().height();
@@ -71,7 +72,6 @@ std::string SdlDisplay::open() {
         SDL_ShowCursor(SDL_DISABLE);
     else
         SDL_EnableScreenSaver();
-    setIcon();
     if (!screenPixels()) return std::string("Nothing can be drawn into the window: ") + SDL_GetError() + ".";
     adoptSize();
     _wakeEvent = SDL_RegisterEvents(1);
@@ -148,7 +148,9 @@ void SdlDisplay::drawFrame() {
     const auto drawn = _surface.render(*window);
     if (drawn.empty()) return;
     present(drawn);
-    if (!std::exchange(_firstFrameShown, true) && onFirstFrame) onFirstFrame();
+    if (std::exchange(_firstFrameShown, true)) return;
+    setIcon();
+    if (onFirstFrame) onFirstFrame();
 }
 
 void SdlDisplay::present(const std::vector<DisplaySurface::PixelRect>& rects) {
@@ -174,9 +176,11 @@ void SdlDisplay::wait(std::optional<TimePoint> until) {
     // A wake-up whose event was already taken out would be slept over.
     if (left == zornic::Duration::zero() || _wakes) return;
     if (!_canSleep) {
-        std::unique_lock lock(_sleepMutex);
-        _sleep.wait_for(lock, std::min<zornic::Duration>(left, pollInterval),
-                        [this] { return _wakes.load(); });
+        const bool mustLook = _hasInput && !_inputWatch.hearsDevices();
+        if (mustLook)
+            _inputWatch.wait(std::min<zornic::Duration>(left, pollInterval));
+        else
+            _inputWatch.wait(until ? std::optional(left) : std::nullopt);
     } else if (!until) {
         SDL_WaitEvent(nullptr);
     } else {
@@ -195,8 +199,7 @@ void SdlDisplay::wakeUp() {
         SDL_PushEvent(&event);
         return;
     }
-    const std::lock_guard lock(_sleepMutex);
-    _sleep.notify_one();
+    _inputWatch.wake();
 }
 
 // Events

@@ -1,16 +1,15 @@
 #pragma once
 
 #include <atomic>
-#include <condition_variable>
 #include <filesystem>
 #include <functional>
 #include <memory>
-#include <mutex>
 #include <optional>
 #include <string>
 
 #include "Host/Display/DisplaySurface.h"
 #include "Host/Display/DriverInput.h"
+#include "Host/Display/InputWatch.h"
 #include "Platform/Foundation/RunLoop.h"
 
 struct SDL_Window;
@@ -73,11 +72,11 @@ private:
     std::shared_ptr<zornic::Window> _shown;
     SDL_Window* _screen = nullptr;
     unsigned _wakeEvent = 0;
-    bool _isOpen = false, _canSleep = false, _firstFrameShown = false;
+    bool _isOpen = false, _canSleep = false, _hasInput = true, _firstFrameShown = false;
     zornic::TimePoint _nextFrame{};
     std::atomic<bool> _quits = false, _wakes = false;
-    std::mutex _sleepMutex;
-    std::condition_variable _sleep;
+    /** Where the video driver can't be waited for. */
+    InputWatch _inputWatch;
 };
 
 }  // namespace helmo

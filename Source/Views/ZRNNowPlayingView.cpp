@@ -27,6 +27,7 @@ void ZRNNowPlayingView::didMake() {
     _gradientView = make<GradientView>();
     _gradientView->setColors({Color::blackColor(), Color::blackColor().withAlpha(0)});
     addSubview(_gradientView);
+    layer()->setKeptSublayers(2);  // filtering and shading the whole display is no work for each second
     _progressView = make<ZRNProgressView>();
     addSubview(_progressView);
     _artistLabel = _addLabelWithFont(Font::boldSystemFont(16));

@@ -13,7 +13,7 @@ extern "C" void __sanitizer_set_death_callback(void (*callback)()) __attribute__
 namespace {
 
 std::uint64_t seed = 1;
-int steps = 2000;
+int steps = 4000;
 const Monkey* monkeyAtWork = nullptr;
 
 void tellHowToRepeat() {

@@ -107,7 +107,7 @@ bool ArtworkStore::startNext() {
 
 std::shared_ptr<ArtworkStore::Ticket> ArtworkStore::begin(const ArtworkKey& key) {
     const auto ticket = std::make_shared<Ticket>();
-    globalQueue(QueuePriority::Default).async([key, ticket, library = key.library.lock()]() mutable {
+    auto load = [key, ticket, library = key.library.lock()]() mutable {
         const auto generation = library ? library->generation() : 0;
         auto source = library ? library->loadArtwork(key.token, key.size, key.scale) : nullptr;
         // The library goes back with the answer: if this is its last owner, it ends on the main thread.
@@ -116,7 +116,10 @@ std::shared_ptr<ArtworkStore::Ticket> ArtworkStore::begin(const ArtworkKey& key)
             ticket.reset();
             shared().finish(key, generation, std::move(source));
         });
-    });
+    };
+    // By way of the main loop: the frame that wants pictures is drawn before they are loaded beside it.
+    mainQueue().async(
+        [load = std::move(load)]() mutable { globalQueue(QueuePriority::Default).async(std::move(load)); });
     return ticket;
 }
 

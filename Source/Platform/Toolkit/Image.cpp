@@ -12,9 +12,12 @@ std::shared_ptr<ImageLoader>& installedLoader() {
     return loader;
 }
 
-/** Named images by file: a list asks for the same few with every row. */
-std::map<std::filesystem::path, std::shared_ptr<const ImageSource>>& namedSources() {
-    static auto& sources = *new std::map<std::filesystem::path, std::shared_ptr<const ImageSource>>;
+/** Images that were found, by bundle and name: rows and each second's redraw ask for the same few. */
+using NamedSources =
+    std::map<std::pair<std::shared_ptr<Bundle>, std::string>, std::shared_ptr<const ImageSource>>;
+
+NamedSources& namedSources() {
+    static auto& sources = *new NamedSources;
     return sources;
 }
 
@@ -33,10 +36,12 @@ Image::Image(std::shared_ptr<const ImageSource> source, std::string name)
 Image Image::named(const std::string& name, const std::shared_ptr<Bundle>& bundle, const DisplayTraits&) {
     auto* const loader = ImageLoader::current();
     if (!bundle || !loader) return {};
+    const std::pair key(bundle, name);
+    if (const auto known = namedSources().find(key); known != namedSources().end())
+        return Image(known->second, name);
     const auto file = bundle->pathForImage(name);
-    if (!file) return {};
-    auto& source = namedSources()[*file];
-    if (!source) source = loader->sourceFromFile(*file);
+    const auto source = file ? loader->sourceFromFile(*file) : nullptr;
+    if (source) namedSources()[key] = source;
     return source ? Image(source, name) : Image();
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cassert>
+#include <cmath>
 
 namespace zornic {
 
@@ -79,6 +80,11 @@ void Layer::setPresentationOffset(Point offset) {
     change([&] { _presentationOffset = offset; });
 }
 
+void Layer::setKeptSublayers(std::size_t count) {
+    _keptCount = count;
+    _kept = {};
+}
+
 void Layer::addSublayer(const std::shared_ptr<Layer>& layer) { insertSublayer(layer, _sublayers.size()); }
 
 void Layer::insertSublayer(const std::shared_ptr<Layer>& layer, std::size_t index) {
@@ -115,7 +121,7 @@ void Layer::removeFromSuperlayer() {
 
 Rect Layer::convertToSuperlayer(const Rect& area) const {
     const Rect shown = _masksToBounds ? area.intersected(bounds()) : area;
-    return shown.offset(_frame.origin - _boundsOrigin + _presentationOffset);
+    return shown.offset(shift());
 }
 
 Rect Layer::extent() const {
@@ -127,12 +133,32 @@ Rect Layer::extent() const {
 }
 
 void Layer::setNeedsDisplay(const Rect& area) {
+    _kept = {};
+    passOn(area);
+}
+
+void Layer::passOn(const Rect& area) {
     if (_hidden || _opacity <= 0 || area.empty()) return;
     assert(drawingDepth == 0 && "what is drawn may not change while it is drawn");
     if (_owner)
         _owner->layerDidChange(area);
-    else if (_superlayer)
-        _superlayer->setNeedsDisplay(convertToSuperlayer(area));
+    else
+        tellSuperlayer(area);
+}
+
+void Layer::tellSuperlayer(const Rect& area) {
+    if (_superlayer) _superlayer->sublayerDidChange(*this, convertToSuperlayer(area));
+}
+
+void Layer::sublayerDidChange(const Layer& sublayer, const Rect& area) {
+    if (isKept(sublayer)) _kept = {};
+    passOn(area);
+}
+
+bool Layer::isKept(const Layer& sublayer) const {
+    const auto end =
+        _sublayers.begin() + static_cast<std::ptrdiff_t>(std::min(_keptCount, _sublayers.size()));
+    return std::any_of(_sublayers.begin(), end, [&](const auto& kept) { return kept.get() == &sublayer; });
 }
 
 bool Layer::needsGroup() const {
@@ -151,7 +177,7 @@ void Layer::render(Canvas& canvas) {
 
     const Drawing drawing;
     const CanvasState state(canvas);
-    canvas.translate(_frame.origin - _boundsOrigin + _presentationOffset);
+    canvas.translate(shift());
     if (!needsGroup()) {
         renderContent(canvas, _opacity);
         return;
@@ -164,26 +190,78 @@ void Layer::render(Canvas& canvas) {
 }
 
 void Layer::renderContent(Canvas& canvas, double opacity) {
-    const CanvasState state(canvas);
+    std::optional<CanvasState> state;
     const Rect area = bounds();
     if (_masksToBounds) {
+        state.emplace(canvas);
         if (_cornerRadius > 0)
             canvas.clipRounded(area, _cornerRadius);
         else
             canvas.clip(area);
     }
     const Rect dirty = area.intersected(canvas.clipBounds());
-    if (!dirty.empty()) {
-        if (_backgroundColor && _backgroundColor->alpha > 0) {
-            const Color color = _backgroundColor->withAlpha(_backgroundColor->alpha * opacity);
-            if (_cornerRadius > 0)
-                canvas.fillRoundedRect(area, _cornerRadius, color);
-            else
-                canvas.fillRect(area, color);
-        }
-        if (_owner) _owner->drawLayer(canvas, dirty);
+    const auto seen = firstSeenSublayer(_masksToBounds ? dirty : canvas.clipBounds());
+    std::size_t next = seen.value_or(0);
+    if (!seen && !dirty.empty()) {
+        if (opacity >= 1 && drawKept(canvas))
+            next = std::min(_keptCount, _sublayers.size());
+        else
+            drawGround(canvas, dirty, opacity);
     }
-    for (const auto& sublayer : _sublayers) sublayer->render(canvas);
+    for (; next < _sublayers.size(); ++next) _sublayers[next]->render(canvas);
+}
+
+void Layer::drawGround(Canvas& canvas, const Rect& dirty, double opacity) {
+    const Rect area = bounds();
+    if (_backgroundColor && _backgroundColor->alpha > 0) {
+        const Color color = _backgroundColor->withAlpha(_backgroundColor->alpha * opacity);
+        if (_cornerRadius > 0)
+            canvas.fillRoundedRect(area, _cornerRadius, color);
+        else
+            canvas.fillRect(area, color);
+    }
+    if (_owner) _owner->drawLayer(canvas, dirty);
+}
+
+bool Layer::drawKept(Canvas& canvas) {
+    auto* const loader = ImageLoader::current();
+    const Rect area = bounds();
+    const double width = area.width() * canvas.scale(), height = area.height() * canvas.scale();
+    if (_keptCount == 0 || !loader || width != std::round(width) || height != std::round(height))
+        return false;
+    if (!_kept || _kept.scale() != canvas.scale()) {
+        const auto draw = [&](Canvas& picture) {
+            picture.translate(Point{} - area.origin);
+            drawGround(picture, area, 1);
+            for (std::size_t i = 0; i < std::min(_keptCount, _sublayers.size()); ++i)
+                _sublayers[i]->render(picture);
+        };
+        _kept = Image(loader->sourceByDrawing(area.size, isOpaqueFill(), canvas.scale(), draw));
+    }
+    if (_kept) canvas.drawImage(_kept, area, {});
+    return static_cast<bool>(_kept);
+}
+
+// What is covered
+
+bool Layer::isOpaqueFill() const {
+    return _backgroundColor && _backgroundColor->alpha >= 1 && _cornerRadius <= 0;
+}
+
+bool Layer::covers(const Rect& area) const {
+    if (_hidden || _opacity < 1 || needsGroup()) return false;
+    const bool reaches = bounds().contains(area);
+    if (reaches && isOpaqueFill()) return true;
+    if (_masksToBounds && (!reaches || _cornerRadius > 0)) return false;
+    return std::any_of(_sublayers.begin(), _sublayers.end(), [&](const auto& sublayer) {
+        return sublayer->covers(area.offset(Point{} - sublayer->shift()));
+    });
+}
+
+std::optional<std::size_t> Layer::firstSeenSublayer(const Rect& dirty) const {
+    for (std::size_t i = _sublayers.size(); i-- > 0;)
+        if (_sublayers[i]->covers(dirty.offset(Point{} - _sublayers[i]->shift()))) return i;
+    return std::nullopt;
 }
 
 }  // namespace zornic

@@ -52,6 +52,10 @@ public:
     Point presentationOffset() const { return _presentationOffset; }
     void setPresentationOffset(Point offset);
 
+    /** Its ground and its first `count` sublayers change seldom: while they stand on whole pixels they are
+       drawn once into a picture, which frames then copy. 0: none. Not for an owner with content. */
+    void setKeptSublayers(std::size_t count);
+
     Layer* superlayer() const { return _superlayer; }
     const std::vector<std::shared_ptr<Layer>>& sublayers() const { return _sublayers; }
     /** On top; a layer that is already here moves to the top. */
@@ -64,11 +68,25 @@ public:
     /** Something within `area` (own coordinates) must be drawn again. Not to be called while drawing. */
     void setNeedsDisplay(const Rect& area);
     void setNeedsDisplay() { setNeedsDisplay(bounds()); }
+    /** The superlayer hears that something within `area` (own coordinates) looks different. */
+    void tellSuperlayer(const Rect& area);
+    /** Whether nothing behind it shows within `area` (own coordinates). */
+    bool covers(const Rect& area) const;
     /** The part of `area` (own coordinates) that shows, where the superlayer has it on the display. */
     Rect convertToSuperlayer(const Rect& area) const;
 
 private:
     void renderContent(Canvas& canvas, double opacity);
+    void drawGround(Canvas& canvas, const Rect& dirty, double opacity);
+    /** Draws the kept picture, made anew where needed; false when there can be none. */
+    bool drawKept(Canvas& canvas);
+    /** The first sublayer that is seen within `dirty`; none when this layer's own ground is. */
+    std::optional<std::size_t> firstSeenSublayer(const Rect& dirty) const;
+    bool isKept(const Layer& sublayer) const;
+    void sublayerDidChange(const Layer& sublayer, const Rect& area);
+    void passOn(const Rect& area);
+    bool isOpaqueFill() const;
+    Point shift() const { return _frame.origin - _boundsOrigin + _presentationOffset; }
     bool needsGroup() const;
     bool isPlainFill() const { return !_owner && _sublayers.empty(); }
     /** Own coordinates; everything that it and its sublayers draw. */
@@ -92,6 +110,8 @@ private:
     bool _hidden = false, _masksToBounds = false;
     std::vector<ColorFilter> _filters;
     CompositingMode _compositingMode = CompositingMode::SourceOver;
+    std::size_t _keptCount = 0;
+    Image _kept;
 };
 
 }  // namespace zornic

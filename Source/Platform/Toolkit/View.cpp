@@ -278,11 +278,10 @@ double View::displayScale() const {
 void View::drawLayer(Canvas& canvas, const Rect& dirty) { drawRect(canvas, dirty); }
 
 void View::layerDidChange(const Rect& area) {
-    if (!_window) return;
-    if (static_cast<View*>(_window) == this)
+    if (_window && static_cast<View*>(_window) == this)
         _window->addDamage(area);
-    else if (Layer* const above = _layer->superlayer())
-        above->setNeedsDisplay(_layer->convertToSuperlayer(area));
+    else
+        _layer->tellSuperlayer(area);
 }
 
 // Layout
