@@ -19,31 +19,10 @@ namespace {
 
 constexpr int rounds = 300, warmUp = 30;
 constexpr double frameLimit = 2, tickLimit = 3;
-constexpr BareFrame::Box wholeDisplay{0, 0, 800, 480};
 /** Where Now Playing has its progress, and the two times in it. */
 constexpr BareFrame::Box strip{12, 417, 776, 13};
 constexpr double timeSize = 12, elapsedCentre = 38, remainingCentre = 762, timeBaseline = 428;
 constexpr zornic::Point songsTab{60, 20}, firstRow{300, 66};
-
-/** The window's content within `area` as a bare frame. */
-BareFrame recorded(BenchmarkApplication& application, const BareFrame::Box& area) {
-    FrameRecorder recorder(area);
-    application.window().render(recorder);
-    BareFrame frame = recorder.takeFrame();
-    frame.reduce(area);
-    return frame;
-}
-
-/** Draws within `clip` as the bare frame does. */
-template <class Draw>
-double millisecondsOnto(const Surface& pixels, const BareFrame::Box& clip, Draw&& draw) {
-    return milliseconds([&] {
-        const auto context = makeContext(pixels);
-        cairo_rectangle(context.get(), clip.x, clip.y, clip.width, clip.height);
-        cairo_clip(context.get());
-        draw(context.get());
-    });
-}
 
 /** The greatest difference, of 255, that the two have on average in any square of eight pixels: letters may
    stand a part of a pixel elsewhere, but nothing may be missing. */
@@ -75,11 +54,9 @@ void expectSamePicture(BenchmarkApplication& application, const Surface& floor, 
 }
 
 Figure measureFrame(BenchmarkApplication& application, const char* name) {
-    const BareFrame frame = recorded(application, wholeDisplay);
-    const Surface floor(wholeDisplay.width, wholeDisplay.height);
-    const auto drawFloor = [&] {
-        return millisecondsOnto(floor, wholeDisplay, [&](cairo_t* context) { frame.draw(context); });
-    };
+    const BareFrame frame = recordedFrame(application.window(), BareFrame::wholeDisplay);
+    const Surface floor(BareFrame::wholeDisplay.width, BareFrame::wholeDisplay.height);
+    const auto drawFloor = [&] { return milliseconds([&] { frame.draw(floor); }); };
     drawFloor();
     expectSamePicture(application, floor, name);
     const auto drawOurs = [&] {
@@ -101,18 +78,20 @@ double millisecondsOfTick(BenchmarkApplication& application) {
 }
 
 Figure measureTick(BenchmarkApplication& application) {
-    BareFrame frame = recorded(application, strip);
+    BareFrame frame = recordedFrame(application.window(), strip);
     std::erase_if(frame.marks(),
                   [](const auto& mark) { return std::holds_alternative<BareFrame::Text>(mark); });
-    const Surface floor(wholeDisplay.width, wholeDisplay.height);
+    const Surface floor(BareFrame::wholeDisplay.width, BareFrame::wholeDisplay.height);
     const BareText text(timeSize);
     int second = 0;
     const auto drawFloor = [&] {
         ++second;
-        return millisecondsOnto(floor, strip, [&](cairo_t* context) {
-            frame.draw(context);
-            text.draw(context, zornic::progressString(second, false), elapsedCentre, timeBaseline);
-            text.draw(context, zornic::progressString(second - 3600, true), remainingCentre, timeBaseline);
+        return milliseconds([&] {
+            const auto context = BareFrame::clippedContext(floor, strip);
+            frame.draw(context.get());
+            text.draw(context.get(), zornic::progressString(second, false), elapsedCentre, timeBaseline);
+            text.draw(context.get(), zornic::progressString(second - 3600, true), remainingCentre,
+                      timeBaseline);
         });
     };
     const auto [ours, bare] = inTurns(

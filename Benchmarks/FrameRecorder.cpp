@@ -85,20 +85,29 @@ void FrameRecorder::drawImage(const zornic::Image& image, const Rect& area, Colo
 
 void FrameRecorder::drawText(const zornic::TextLayout& text, Point topLeft, Color color) {
     if (text.lineCount() == 0) return;
-    const auto& layout = dynamic_cast<const PangoTextLayout&>(text);
+    const auto layout = std::dynamic_pointer_cast<const PangoTextLayout>(
+        zornic::TextEngine::current().layout(text.request()));
     const Point at = topLeft + _states.back().origin;
-    const int x = rounded(at.x), y = rounded(at.y + layout.firstBaseline());
-    const Rect ink = layout.inkBounds().offset({0.0 + x, y - layout.firstBaseline()});
+    const int x = rounded(at.x), y = rounded(at.y + layout->firstBaseline());
+    const Rect ink = layout->inkBounds().offset({0.0 + x, y - layout->firstBaseline()});
     const Box box{static_cast<int>(std::floor(ink.x())), static_cast<int>(std::floor(ink.y())),
                   static_cast<int>(std::ceil(ink.width())) + 1,
                   static_cast<int>(std::ceil(ink.height())) + 1};
-    _frame.add(BareFrame::Text{box, &layout, color, x, y}, _states.back().clip);
+    _frame.add(BareFrame::Text{box, layout, color, x, y}, _states.back().clip);
 }
 
 void FrameRecorder::beginGroup(const Rect&) { refuse("groups"); }
 
 void FrameRecorder::endGroup(double, const std::vector<zornic::ColorFilter>&, zornic::CompositingMode) {
     refuse("groups");
+}
+
+BareFrame recordedFrame(zornic::Window& window, const Box& area) {
+    FrameRecorder recorder(area);
+    window.render(recorder);
+    BareFrame frame = recorder.takeFrame();
+    frame.reduce(area);
+    return frame;
 }
 
 }  // namespace helmo::benchmarks

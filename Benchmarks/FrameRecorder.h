@@ -5,6 +5,7 @@
 #include "Benchmarks/Floors/BareFrame.h"
 #include "Host/Display/RenderCache.h"
 #include "Platform/Toolkit/Canvas.h"
+#include "Platform/Toolkit/Window.h"
 
 namespace helmo::benchmarks {
 
@@ -43,5 +44,8 @@ private:
     BareFrame _frame;
     RenderCache _renders;
 };
+
+/** What is seen of a window within `area`, as a bare frame with nothing in it that needn't be drawn. */
+BareFrame recordedFrame(zornic::Window& window, const BareFrame::Box& area);
 
 }  // namespace helmo::benchmarks

@@ -9,6 +9,7 @@
 #include "Benchmarks/Suite.h"
 #include "Host/HelmoApplication.h"
 #include "Host/Library/ThreadPriority.h"
+#include "Host/Reader/ReaderTagReader.h"
 #include "Host/TemporaryFolder.h"
 #include "View Controllers/ZRNBrowserViewController.h"
 #include "View Controllers/ZRNSongsViewController.h"
@@ -28,7 +29,7 @@ double millisecondsOfScan(const std::shared_ptr<SqliteMediaLibrary>& library,
     std::mutex mutex;
     std::condition_variable changed;
     ScanProgress last;
-    Scanner scanner(library, {music});
+    Scanner scanner(library, {music}, std::make_shared<ReaderTagReader>(ReaderProgram::find()));
     scanner.setProgressHandler([&](const ScanProgress& progress) {
         std::lock_guard lock(mutex);
         last = progress;

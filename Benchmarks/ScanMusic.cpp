@@ -14,6 +14,8 @@
 
 #include <gst/gst.h>
 
+#include "Host/Display/CairoHandles.h"
+
 namespace helmo::benchmarks {
 
 namespace fs = std::filesystem;
@@ -21,7 +23,7 @@ namespace fs = std::filesystem;
 namespace {
 
 /** Changes whenever the files would come out differently. */
-constexpr const char* version = "1";
+constexpr const char* version = "2";
 
 struct Kind {
     std::string extension, encoder;
@@ -35,6 +37,28 @@ constexpr std::array words{"Blue",   "River", "Night", "Fire", "Golden", "Winter
                            "Heart",  "Dance", "Light", "Road", "Silver", "Ocean",  "Dream",
                            "Garden", "Été",   "Mond",  "Über", "Ночь",   "夜"};
 constexpr std::array genres{"Rock", "Pop", "Jazz", "Classical", "Electronic", "Folk", "Hip-Hop", "Podcast"};
+
+/** A picture of some thousand bytes. */
+TagLib::ByteVector cover(unsigned number) {
+    constexpr int side = 48;
+    const Surface pixels(side, side);
+    std::mt19937 random(number);
+    for (int y = 0; y < side; ++y)
+        for (int x = 0; x < 4 * side; ++x)
+            pixels.pixels()[y * pixels.stride() + x] =
+                static_cast<unsigned char>(x % 4 == 3 ? 255 : random());
+    cairo_surface_mark_dirty(pixels.get());
+    TagLib::ByteVector bytes;
+    cairo_surface_write_to_png_stream(
+        pixels.get(),
+        [](void* closure, const unsigned char* data, unsigned length) {
+            static_cast<TagLib::ByteVector*>(closure)->append(
+                TagLib::ByteVector(reinterpret_cast<const char*>(data), length));
+            return CAIRO_STATUS_SUCCESS;
+        },
+        &bytes);
+    return bytes;
+}
 
 /** Writes a quarter of a second of sound. */
 void encode(const Kind& kind, const fs::path& file) {
@@ -125,8 +149,8 @@ private:
     void addCover(const fs::path& path) const {
         TagLib::MPEG::File file(path.c_str(), false);
         auto* frame = new TagLib::ID3v2::AttachedPictureFrame;
-        frame->setMimeType("image/jpeg");
-        frame->setPicture(TagLib::ByteVector(8000, static_cast<char>(_albums)));
+        frame->setMimeType("image/png");
+        frame->setPicture(cover(static_cast<unsigned>(_albums)));
         file.ID3v2Tag(true)->addFrame(frame);
         file.save();
     }

@@ -4,6 +4,8 @@ namespace helmo::benchmarks {
 
 const std::vector<Benchmark>& allBenchmarks() {
     static const std::vector<Benchmark> benchmarks{
+        {{"songs_1m_open", "songs_1m_jump", "songs_1m_cells"}, measureMillionSongs},
+        {{"songs_1m_rss_mb"}, measureMillionSongsMemory},
         {{"frame_songs", "frame_now_playing", "tick_now_playing"}, measureFrames},
         {{"idle_frames", "idle_wakeups"}, measureIdle},
         {{"start"}, measureStart},

@@ -15,6 +15,7 @@ struct Benchmark {
 };
 
 Figures measureMillionSongs();
+Figures measureMillionSongsMemory();
 Figures measureFrames();
 Figures measureIdle();
 Figures measureScan();

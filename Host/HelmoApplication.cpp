@@ -215,7 +215,11 @@ void HelmoApplication::drawFrame() {
     auto& window = *_rootController->helmoWindow();
     if (!window.needsFrame()) return;
     surface().render(window);
-    if (_startMilliseconds == 0) _startMilliseconds = millisecondsSinceProcessStart();
+    if (_startMilliseconds != 0) return;
+    if (isVirtual())
+        _startMilliseconds = millisecondsSinceProcessStart();
+    else
+        didDrawFirstFrame();
 }
 
 std::string HelmoApplication::writeScreenshot(const std::string& file) {

@@ -140,6 +140,13 @@ void BareFrame::reduce(const Box& area) {
     dropCovered(area);
 }
 
+CairoPointer<cairo_t> BareFrame::clippedContext(const Surface& pixels, const Box& clip) {
+    auto context = makeContext(pixels);
+    cairo_rectangle(context.get(), clip.x, clip.y, clip.width, clip.height);
+    cairo_clip(context.get());
+    return context;
+}
+
 void BareFrame::draw(cairo_t* context) const {
     for (const Mark& mark : _marks)
         std::visit([&](const auto& any) { benchmarks::draw(context, any); }, mark);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <variant>
 #include <vector>
 
@@ -18,6 +19,7 @@ public:
         bool contains(const Box& other) const;
         bool intersects(const Box& other) const;
     };
+    static const Box wholeDisplay;
     struct Fill {
         Box box;
         double radius = 0;
@@ -27,11 +29,10 @@ public:
         Box box;
         Surface pixels;
     };
-    /** `box` encloses its ink; `x` and `y` are the left end of its first baseline. The layout is the text
-       engine's, which keeps it. */
+    /** `box` encloses its ink; `x` and `y` are the left end of its first baseline. */
     struct Text {
         Box box;
-        const PangoTextLayout* layout = nullptr;
+        std::shared_ptr<const PangoTextLayout> layout;
         zornic::Color color;
         int x = 0, y = 0;
     };
@@ -43,6 +44,9 @@ public:
     void reduce(const Box& area);
     std::vector<Mark>& marks() { return _marks; }
     void draw(cairo_t* context) const;
+    /** By way of a context made for it, as a frame is drawn. */
+    void draw(const Surface& pixels) const { draw(clippedContext(pixels, wholeDisplay).get()); }
+    static CairoPointer<cairo_t> clippedContext(const Surface& pixels, const Box& clip);
 
 private:
     void dropRepeated();
@@ -50,5 +54,7 @@ private:
 
     std::vector<Mark> _marks;
 };
+
+inline constexpr BareFrame::Box BareFrame::wholeDisplay{0, 0, 800, 480};
 
 }  // namespace helmo::benchmarks

@@ -220,9 +220,15 @@ void CairoCanvas::drawText(const zornic::TextLayout& text, Point topLeft, Color 
     const Point baseline = toPixels(topLeft + Point{0, layout->firstBaseline()});
     const PixelSpace space(_context);
     if (rendered.surface) {
-        cairo_set_source_surface(_context, rendered.surface.get(), std::round(baseline.x) + rendered.left,
-                                 std::round(baseline.y) + rendered.top);
-        cairo_paint(_context);
+        const double left = std::round(baseline.x) + rendered.left;
+        const double top = std::round(baseline.y) + rendered.top;
+        if (rendered.isMask) {
+            setColor(color);
+            cairo_mask_surface(_context, rendered.surface.get(), left, top);
+        } else {
+            cairo_set_source_surface(_context, rendered.surface.get(), left, top);
+            cairo_paint(_context);
+        }
     } else {
         cairo_translate(_context, std::round(baseline.x), std::round(baseline.y));
         cairo_scale(_context, _scale, _scale);

@@ -103,6 +103,16 @@ std::string cleaned(const std::string& text, std::size_t& room, bool mayBreak) {
     return zornic::encodedUtf8(characters);
 }
 
+/** Most texts: nothing in them can need cleaning, whatever a reader of UTF-8 would make of it. */
+bool isPlain(const TextRequest& request) {
+    std::size_t length = 0;
+    return std::ranges::all_of(request.text.runs(), [&](const auto& run) {
+        length += run.text.size();
+        return length <= PangoTextEngine::maxLength &&
+               std::ranges::all_of(run.text, [](char byte) { return byte >= 0x20 && byte < 0x7F; });
+    });
+}
+
 TextRequest cleaned(const TextRequest& request) {
     TextRequest result = request;
     result.text = {};
@@ -247,10 +257,13 @@ void PangoTextEngine::setAttributes(PangoLayout* layout, const TextRequest& requ
 }
 
 std::shared_ptr<const zornic::TextLayout> PangoTextEngine::layout(const TextRequest& request) {
-    const auto wanted = cleaned(request);
-    if (const auto known = _layouts.get(wanted)) return *known;
-    auto layout = makeLayout(wanted);
-    _layouts.set(wanted, layout, layout->cost());
+    return isPlain(request) ? keptLayout(request) : keptLayout(cleaned(request));
+}
+
+PangoTextEngine::Layout PangoTextEngine::keptLayout(const TextRequest& request) {
+    if (const auto known = _layouts.get(request)) return *known;
+    auto layout = makeLayout(request);
+    _layouts.set(request, layout, layout->cost());
     return layout;
 }
 

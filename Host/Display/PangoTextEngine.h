@@ -44,6 +44,7 @@ private:
     };
     using Layout = std::shared_ptr<const PangoTextLayout>;
 
+    Layout keptLayout(const zornic::TextRequest& request);
     Layout makeLayout(const zornic::TextRequest& request);
     zornic::FontMetrics measured(const zornic::Font& font);
     zornic::FontMetrics metricsOf(const zornic::TextRequest& request);

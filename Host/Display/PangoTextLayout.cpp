@@ -1,6 +1,7 @@
 #include "Host/Display/PangoTextLayout.h"
 
 #include <algorithm>
+#include <hb-ot.h>
 
 #include <pango/pangocairo.h>
 
@@ -27,6 +28,25 @@ void putOnOneBaseline(PangoLayout* layout) {
             static_cast<PangoGlyphItem*>(run->data)->y_offset = 0;
 }
 
+bool hasColors(const zornic::TextRequest& request) {
+    return std::ranges::any_of(request.text.runs(), [](const auto& run) {
+        return run.attributes.color || run.attributes.backgroundColor;
+    });
+}
+
+bool hasColors(PangoFont* font) {
+    hb_font_t* const shapes = font ? pango_font_get_hb_font(font) : nullptr;
+    if (!shapes) return true;
+    hb_face_t* const face = hb_font_get_face(shapes);
+    return hb_ot_color_has_png(face) || hb_ot_color_has_layers(face) || hb_ot_color_has_svg(face);
+}
+
+bool hasColors(PangoLayoutLine* line) {
+    for (const GSList* run = line->runs; run; run = run->next)
+        if (hasColors(static_cast<const PangoGlyphItem*>(run->data)->item->analysis.font)) return true;
+    return false;
+}
+
 }  // namespace
 
 PangoTextLayout::PangoTextLayout(zornic::TextRequest request, ObjectPointer<_PangoLayout> layout,
@@ -36,6 +56,7 @@ PangoTextLayout::PangoTextLayout(zornic::TextRequest request, ObjectPointer<_Pan
       _layout(std::move(layout)),
       _metrics(metrics) {
     if (*pango_layout_get_text(_layout.get()) == '\0') return;
+    _isOneColor = !hasColors(this->request());
     putOnOneBaseline(_layout.get());
     PangoLayoutIter* const iterator = pango_layout_get_iter(_layout.get());
     do {
@@ -45,6 +66,7 @@ PangoTextLayout::PangoTextLayout(zornic::TextRequest request, ObjectPointer<_Pan
         _ink = _ink.united(inPoints(ink).offset({0, baseline(_lines.size()) - top}));
         _size.width = std::max(_size.width, pango_units_to_double(logical.width));
         _lines.push_back({pango_layout_iter_get_line_readonly(iterator), pango_units_to_double(logical.x)});
+        _isOneColor = _isOneColor && !hasColors(_lines.back().line);
     } while (pango_layout_iter_next_line(iterator));
     pango_layout_iter_free(iterator);
     _size.height = static_cast<double>(_lines.size()) * _metrics.lineHeight;

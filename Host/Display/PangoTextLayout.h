@@ -30,6 +30,8 @@ public:
     std::uint64_t identity() const { return _identity; }
     /** Around all that is drawn, seen from the top left, in points. */
     const zornic::Rect& inkBounds() const { return _ink; }
+    /** Whether every letter is in the colour that it is drawn with: neither emoji nor runs of another. */
+    bool isOneColor() const { return _isOneColor; }
     /** Draws with the context's source, the top left at the origin, in points. */
     void show(cairo_t* context) const;
     /** Memory that it takes, about, in bytes. */
@@ -51,6 +53,7 @@ private:
     zornic::Size _size;
     zornic::Rect _ink;
     bool _truncated = false;
+    bool _isOneColor = true;
 };
 
 }  // namespace helmo

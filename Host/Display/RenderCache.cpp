@@ -18,25 +18,40 @@ namespace {
    font wants them to a quarter of a pixel, and small text keeps its rhythm. */
 constexpr int wideness = 4;
 
+// Two of four bytes at a time, each with room for the sum of four.
+constexpr std::uint32_t everyOther = 0x00FF00FF, half = 0x00020002;
+
+void narrowColors(const unsigned char* from, unsigned char* to, int width) {
+    for (int x = 0; x < width; ++x) {
+        std::array<std::uint32_t, wideness> pixels;
+        std::memcpy(pixels.data(), from + x * static_cast<int>(sizeof pixels), sizeof pixels);
+        std::uint32_t even = half, odd = half;
+        for (const auto pixel : pixels) {
+            even += pixel & everyOther;
+            odd += pixel >> 8 & everyOther;
+        }
+        const std::uint32_t mean = (even >> 2 & everyOther) | (odd >> 2 & everyOther) << 8;
+        std::memcpy(to + x * 4, &mean, sizeof mean);
+    }
+}
+
+void narrowCoverage(const unsigned char* from, unsigned char* to, int width) {
+    for (int x = 0; x < width; ++x) {
+        std::uint32_t parts;
+        std::memcpy(&parts, from + x * wideness, sizeof parts);
+        const std::uint32_t sums = (parts & everyOther) + (parts >> 8 & everyOther);
+        to[x] = static_cast<unsigned char>(((sums & 0xFFFF) + (sums >> 16) + 2) >> 2);
+    }
+}
+
 Surface narrowed(const Surface& wide, int width) {
-    Surface result(width, wide.height());
+    const auto format = cairo_image_surface_get_format(wide.get());
+    Surface result(cairo_image_surface_create(format, width, wide.height()));
     if (!result) return result;
     const unsigned char* from = wide.pixels();
     unsigned char* to = result.pixels();
-    // Two of a pixel's four parts at a time, each with room for the sum of four.
-    constexpr std::uint32_t everyOther = 0x00FF00FF, half = 0x00020002;
     for (int y = 0; y < wide.height(); ++y, from += wide.stride(), to += result.stride())
-        for (int x = 0; x < width; ++x) {
-            std::array<std::uint32_t, wideness> pixels;
-            std::memcpy(pixels.data(), from + x * static_cast<int>(sizeof pixels), sizeof pixels);
-            std::uint32_t even = half, odd = half;
-            for (const auto pixel : pixels) {
-                even += pixel & everyOther;
-                odd += pixel >> 8 & everyOther;
-            }
-            const std::uint32_t mean = (even >> 2 & everyOther) | (odd >> 2 & everyOther) << 8;
-            std::memcpy(to + x * 4, &mean, sizeof mean);
-        }
+        format == CAIRO_FORMAT_A8 ? narrowCoverage(from, to, width) : narrowColors(from, to, width);
     cairo_surface_mark_dirty(result.get());
     return result;
 }
@@ -46,15 +61,16 @@ RenderCache::Text renderedText(const PangoTextLayout& layout, zornic::Color colo
     const auto pixel = [scale](double points, int margin) {
         return static_cast<int>(std::floor(points * scale)) + margin;
     };
-    RenderCache::Text text{{}, pixel(ink.x(), -1), pixel(ink.y(), -1)};
+    RenderCache::Text text{{}, pixel(ink.x(), -1), pixel(ink.y(), -1), layout.isOneColor()};
     const int width = pixel(ink.maxX(), 2) - text.left, height = pixel(ink.maxY(), 2) - text.top;
-    const Surface wide(width * wideness, height);
+    const Surface wide(cairo_image_surface_create(text.isMask ? CAIRO_FORMAT_A8 : CAIRO_FORMAT_ARGB32,
+                                                  width * wideness, height));
     if (!wide) return text;
     const auto context = makeContext(wide);
     cairo_translate(context.get(), -text.left * wideness, -text.top);
     cairo_scale(context.get(), scale * wideness, scale);
     cairo_translate(context.get(), 0, -layout.firstBaseline());
-    cairo_set_source_rgba(context.get(), color.red, color.green, color.blue, color.alpha);
+    if (!text.isMask) cairo_set_source_rgba(context.get(), color.red, color.green, color.blue, color.alpha);
     layout.show(context.get());
     text.surface = narrowed(wide, width);
     return text;
@@ -151,8 +167,8 @@ RenderCache::Text RenderCache::text(const PangoTextLayout& layout, zornic::Color
     const auto ink = layout.inkBounds();
     constexpr double mostPixels = 1 << 20, mostWidth = 8000;
     if (ink.width() * scale > mostWidth || ink.width() * ink.height() * scale * scale > mostPixels) return {};
-    const Key key{
-        static_cast<double>(layout.identity()), scale, color.red, color.green, color.blue, color.alpha};
+    Key key{static_cast<double>(layout.identity()), scale};
+    if (!layout.isOneColor()) key.insert(key.end(), {color.red, color.green, color.blue, color.alpha});
     if (auto known = _texts.get(key)) return *known;
     const auto text = renderedText(layout, color, scale);
     if (text.surface) _texts.set(key, text, text.surface.bytes());

@@ -27,6 +27,8 @@ public:
     struct Text {
         Surface surface;
         int left = 0, top = 0;
+        /** Only coverage, to be filled with any colour. */
+        bool isMask = false;
     };
 
     /** Limits in bytes. */

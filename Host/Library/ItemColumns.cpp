@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <vector>
 
 #include "Platform/Media/MediaProperty.h"
 
@@ -25,6 +26,7 @@ struct Column {
     const char* expression;
     const char* link = nullptr;
 };
+using Columns = std::vector<const Column*>;
 
 constexpr Column all[] = {
     {Property::PersistentID, Kind::Identifier, "t.pid"},
@@ -77,6 +79,12 @@ const Column* columnOf(std::string_view property) {
     return found == std::end(all) ? nullptr : found;
 }
 
+/** A damaged file may hold anything. */
+zornic::Date dateOf(std::int64_t secondsSince1970) {
+    constexpr std::int64_t farthest = 1'000'000'000'000;
+    return zornic::Date(std::chrono::seconds(std::clamp(secondsSince1970, -farthest, farthest)));
+}
+
 Value valueOf(const Statement& row, int at, Kind kind) {
     if (row.isNull(at)) return {};
     switch (kind) {
@@ -93,9 +101,49 @@ Value valueOf(const Statement& row, int at, Kind kind) {
         case Kind::Number:
             return row.number(at);
         case Kind::Date:
-            return zornic::Date(std::chrono::seconds(row.integer(at)));
+            return dateOf(row.integer(at));
     }
     return {};
+}
+
+const Columns& allColumns() {
+    static const Columns columns = [] {
+        Columns made;
+        for (const Column& column : all) made.push_back(&column);
+        return made;
+    }();
+    return columns;
+}
+
+const Columns& columnsOfRows() {
+    static const Columns columns{columnOf(Property::PersistentID), columnOf(Property::Title),
+                                 columnOf(Property::Artist),       columnOf(Property::AlbumTitle),
+                                 columnOf(Property::IsExplicit),   columnOf(Property::ArtworkToken)};
+    return columns;
+}
+
+std::string columnsOf(const Columns& columns) {
+    std::string list = "t.id";
+    for (const Column* column : columns)
+        list += std::string(", ") + (column->link ? std::string(column->link) + "_row." : "") +
+                column->expression;
+    return list;
+}
+
+std::string tablesOf(const Columns& columns) {
+    std::string list = "track t";
+    for (const std::string link : links)
+        if (std::ranges::any_of(columns,
+                                [&](const Column* column) { return column->link && column->link == link; }))
+            list += " LEFT JOIN collection " + link + "_row ON " + link + "_row.id = t." + link;
+    return list;
+}
+
+Dictionary valuesOf(const Statement& row, const Columns& columns) {
+    Dictionary result;
+    int at = 1;
+    for (const Column* column : columns) result.emplace(column->property, valueOf(row, at++, column->kind));
+    return result;
 }
 
 std::string comparison(const std::string& expression, const MediaPredicate& predicate) {
@@ -119,32 +167,28 @@ SqlValue sqlValue(const Value& value) {
 namespace ItemColumns {
 
 const std::string& columns() {
-    static const std::string text = [] {
-        std::string list = "t.id";
-        for (const Column& column : all)
-            list += std::string(", ") + (column.link ? std::string(column.link) + "_row." : "") +
-                    column.expression;
-        return list;
-    }();
+    static const std::string text = columnsOf(allColumns());
     return text;
 }
 
 const std::string& tables() {
-    static const std::string text = [] {
-        std::string list = "track t";
-        for (const std::string link : links)
-            list += " LEFT JOIN collection " + link + "_row ON " + link + "_row.id = t." + link;
-        return list;
-    }();
+    static const std::string text = tablesOf(allColumns());
     return text;
 }
 
-Dictionary values(const Statement& row) {
-    Dictionary result;
-    int at = 1;
-    for (const Column& column : all) result.emplace(column.property, valueOf(row, at++, column.kind));
-    return result;
+Dictionary values(const Statement& row) { return valuesOf(row, allColumns()); }
+
+const std::string& rowColumns() {
+    static const std::string text = columnsOf(columnsOfRows());
+    return text;
 }
+
+const std::string& rowTables() {
+    static const std::string text = tablesOf(columnsOfRows());
+    return text;
+}
+
+Dictionary rowValues(const Statement& row) { return valuesOf(row, columnsOfRows()); }
 
 std::optional<std::string> number(std::string_view property) {
     const Column* column = columnOf(property);

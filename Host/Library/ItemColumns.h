@@ -20,6 +20,12 @@ const std::string& tables();
 /** All properties of the row that a statement with `columns` stands on; missing ones are none. */
 zornic::Dictionary values(const Statement& row);
 
+/** The same for what rows of lists show and what is asked of a row that is chosen; the rest is read item by
+    item. */
+const std::string& rowColumns();
+const std::string& rowTables();
+zornic::Dictionary rowValues(const Statement& row);
+
 /** Number by which items may be summed and ordered; none for a property that is no number of the track's own.
  */
 std::optional<std::string> number(std::string_view property);

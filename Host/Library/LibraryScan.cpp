@@ -133,11 +133,14 @@ void LibraryScan::storeIfDue() {
 
 void LibraryScan::storeBatch() {
     if (_batch.size() == 0) return;
+    const bool shows = !_batch.files.empty() || !_batch.presences.empty();
     std::vector<std::pair<std::int64_t, std::size_t>> folders;
     const bool isStored = _library.write([&](TrackStore& store) { folders = _batch.store(store, _hadTracks); });
-    _batchLimit = std::min(_batchLimit * batchGrowth, largestBatch);
+    // Pictures of the folders ahead of the first tracks let nothing be seen yet.
+    if (shows) _batchLimit = std::min(_batchLimit * batchGrowth, largestBatch);
     if (isStored) {
         noteChange();
+        _showsTracks = _showsTracks || shows;
         _folders.insert(folders.begin(), folders.end());
     }
     _batch.clear();
@@ -205,10 +208,10 @@ void LibraryScan::storePlaylist(const std::filesystem::path& file, const KnownFi
 
 void LibraryScan::announce(bool isEnd) {
     const auto now = Clock::now();
-    const bool isDue = isEnd || !_wasAnnounced || now - _announced >= announcementInterval;
+    const bool isDue = isEnd || (_showsTracks && !_wasAnnounced) || now - _announced >= announcementInterval;
     if (_isUnannounced && isDue) {
         _isUnannounced = false;
-        _wasAnnounced = true;
+        _wasAnnounced = _showsTracks;
         _announced = now;
         _library.noteChange();
     }

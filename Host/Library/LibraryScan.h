@@ -81,8 +81,10 @@ private:
     bool _hadTracks = true;
     bool _hasFailed = false;
     bool _hasChanged = false;
+    /** Whether anything was stored that lists show. */
+    bool _showsTracks = false;
     bool _isUnannounced = false;
-    std::chrono::steady_clock::time_point _announced;
+    std::chrono::steady_clock::time_point _announced = std::chrono::steady_clock::now();
     bool _wasAnnounced = false;
 };
 

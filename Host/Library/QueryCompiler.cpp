@@ -70,9 +70,9 @@ const Grouping* groupingOf(MediaGrouping grouping) {
     return found == groupings.end() ? nullptr : found;
 }
 
-std::string joinedKeys(const std::vector<std::string>& keys) {
+std::string joinedKeys(const std::vector<std::string>& keys, const char* direction = "") {
     std::string text;
-    for (const auto& key : keys) text += (text.empty() ? "" : ", ") + key;
+    for (const auto& key : keys) text += (text.empty() ? "" : ", ") + key + direction;
     return text;
 }
 
@@ -192,7 +192,7 @@ std::optional<Schema::CountedOrder> QueryCompiler::countedOrder() const {
     return std::nullopt;
 }
 
-SqlQuery QueryCompiler::countedSections() const {
+SqlQuery QueryCompiler::counts() const {
     SqlQuery query{"SELECT section, SUM(tracks) FROM section_count WHERE ordering = ? AND tracks > 0",
                    {static_cast<std::int64_t>(countedOrder().value_or(Schema::CountedOrder::Title))}};
     append(query, _filter.andMediaTypes("media_type"));
@@ -200,11 +200,37 @@ SqlQuery QueryCompiler::countedSections() const {
     return query;
 }
 
-SqlQuery QueryCompiler::itemsFrom(const std::string& section, std::uint64_t limit) const {
-    SqlQuery query{"SELECT t.id, NULL FROM track t WHERE ", {}};
+SqlQuery QueryCompiler::itemsFrom(const std::string& key, std::uint64_t skipped, std::uint64_t limit) const {
+    SqlQuery query{"SELECT t.id FROM track t WHERE ", {}};
     append(query, _filter.tracks());
-    append(query, {" AND " + _keys.front() + " >= ? ORDER BY " + joinedKeys(_keys) + " LIMIT ?",
-                   {Blob{section}, static_cast<std::int64_t>(limit)}});
+    append(query, {" AND " + _keys.front() + " >= ? ORDER BY " + joinedKeys(_keys) + " LIMIT ? OFFSET ?",
+                   {Blob{key}, static_cast<std::int64_t>(limit), static_cast<std::int64_t>(skipped)}});
+    return query;
+}
+
+SqlQuery QueryCompiler::itemsBefore(const std::string& key, std::uint64_t skipped,
+                                    std::uint64_t limit) const {
+    SqlQuery query{"SELECT t.id FROM track t WHERE ", {}};
+    append(query, _filter.tracks());
+    append(query,
+           {" AND " + _keys.front() + " < ? ORDER BY " + joinedKeys(_keys, " DESC") + " LIMIT ? OFFSET ?",
+            {Blob{key}, static_cast<std::int64_t>(limit), static_cast<std::int64_t>(skipped)}});
+    return query;
+}
+
+SqlQuery QueryCompiler::keyOf(std::uint32_t row) const {
+    SqlQuery query{"SELECT " + _keys.front() + " FROM track t WHERE t.id = ? AND ", {std::int64_t{row}}};
+    append(query, _filter.tracks());
+    return query;
+}
+
+SqlQuery QueryCompiler::countOfItemsBetween(const std::string& key, std::uint32_t row) const {
+    SqlQuery query{"SELECT COUNT(*) FROM track t WHERE ", {}};
+    append(query, _filter.tracks());
+    const std::string keys = joinedKeys(_keys);
+    append(query, {" AND " + _keys.front() + " >= ? AND (" + keys + ") < (SELECT " + keys +
+                       " FROM track t WHERE t.id = ?)",
+                   {Blob{key}, std::int64_t{row}}});
     return query;
 }
 

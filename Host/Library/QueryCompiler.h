@@ -20,13 +20,19 @@ public:
 
     /** Row numbers and sections of all items. */
     SqlQuery items() const;
-    /** The order in which all tracks, filtered by media type at most, are counted by section; none for other
-       lists, which have to be read to be counted. */
+    /** The order in which all tracks, filtered by media type at most, are counted by the first bytes of their
+       keys; none for other lists, which have to be read to be counted. The next five are of such lists. */
     std::optional<Schema::CountedOrder> countedOrder() const;
-    /** Sections of such a list and how many tracks each has. */
-    SqlQuery countedSections() const;
-    /** The first `limit` row numbers of such a list from the start of `section`. */
-    SqlQuery itemsFrom(const std::string& section, std::uint64_t limit) const;
+    /** First bytes of keys, in order, and how many tracks have keys that start so. */
+    SqlQuery counts() const;
+    /** `limit` row numbers, `skipped` rows behind the first whose key is not below `key`. */
+    SqlQuery itemsFrom(const std::string& key, std::uint64_t skipped, std::uint64_t limit) const;
+    /** `limit` row numbers, last ones first, `skipped` rows before the first whose key is not below `key`. */
+    SqlQuery itemsBefore(const std::string& key, std::uint64_t skipped, std::uint64_t limit) const;
+    /** The key of a row; no row when it isn't in the list. */
+    SqlQuery keyOf(std::uint32_t row) const;
+    /** How many rows stand before `row`, from the first whose key is not below `key` on. */
+    SqlQuery countOfItemsBetween(const std::string& key, std::uint32_t row) const;
     /** `function` ("MAX", "SUM") of a number over all items. */
     SqlQuery aggregate(const std::string& function, const std::string& column) const;
 

@@ -3,6 +3,7 @@
 #include <functional>
 #include <mutex>
 #include <optional>
+#include <string>
 
 #include "Host/Library/Database.h"
 #include "Platform/Foundation/DispatchQueue.h"
@@ -18,7 +19,7 @@ public:
 
     /** The database must exist. Throws. */
     Readers(const std::filesystem::path& file, Database::Access access)
-        : _main(file, access, patienceOnMain), _others(file, access), _long(file, access) {}
+        : _main(file, access, 2048, patienceOnMain), _others(file, access, 512), _long(file, access, 256) {}
     /** Called on the reading thread. Before the first reader. */
     void setFailureHandler(FailureHandler handler) { _failureHandler = std::move(handler); }
     /** Waits for those who read and closes the file. Whoever reads afterwards, for a list that is old by now,
@@ -35,18 +36,17 @@ public:
     T readLong(T fallback, Read&& read) {
         return with(_long, std::move(fallback), read);
     }
-    /** Where long lists are read. A queue of its own, so that those who wait for a list never keep it from
-     * being read. */
-    zornic::DispatchQueue& listQueue() { return _listQueue; }
 
 private:
     /** The main thread would rather show less than stand still. */
     static constexpr std::chrono::milliseconds patienceOnMain{100}, patience{5000};
 
     struct Connection {
-        Connection(const std::filesystem::path& file, Database::Access access,
+        /** `cache`: kilobytes of pages that it may keep. */
+        Connection(const std::filesystem::path& file, Database::Access access, int cache,
                    std::chrono::milliseconds waiting = patience) {
             database.emplace(file, access, waiting);
+            database->execute("PRAGMA cache_size = -" + std::to_string(cache));
         }
         std::mutex mutex;
         std::optional<Database> database;
@@ -68,7 +68,6 @@ private:
     Connection _main;
     Connection _others;
     Connection _long;
-    zornic::SerialQueue _listQueue{"helmo.library.lists", zornic::QueuePriority::Background};
 };
 
 }  // namespace helmo

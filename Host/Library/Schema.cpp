@@ -83,13 +83,18 @@ constexpr std::array countedKeys{"title_key", "artist_key", "album_artist_key", 
 constexpr std::array countedCollections{"artist_id", "album_id",    "album_artist_id",
                                         "genre_id",  "composer_id", "podcast_id"};
 
+/** The beginning of a key in the row NEW or OLD. */
+std::string counted(const std::string& row, const char* key, int bytes) {
+    return "substr(" + row + "." + key + ", 1, " + std::to_string(bytes) + ")";
+}
+
 /** Adds the row NEW to every count. */
-std::string countingIn() {
+std::string countingIn(int bytes) {
     std::string sql;
     for (std::size_t order = 0; order < countedKeys.size(); ++order)
-        sql += "INSERT INTO section_count VALUES (" + std::to_string(order) +
-               ", NEW.media_type, substr(NEW." + countedKeys[order] +
-               ", 1, 2), 1) ON CONFLICT DO UPDATE SET tracks = tracks + 1;";
+        sql += "INSERT INTO section_count VALUES (" + std::to_string(order) + ", NEW.media_type, " +
+               counted("NEW", countedKeys[order], bytes) +
+               ", 1) ON CONFLICT DO UPDATE SET tracks = tracks + 1;";
     for (const char* column : countedCollections)
         sql += std::string("INSERT INTO collection_count SELECT NEW.") + column +
                ", NEW.media_type, 1 WHERE NEW." + column +
@@ -98,33 +103,39 @@ std::string countingIn() {
 }
 
 /** Takes the row OLD out of every count. */
-std::string countingOut() {
+std::string countingOut(int bytes) {
     std::string sql;
     for (std::size_t order = 0; order < countedKeys.size(); ++order)
         sql += "UPDATE section_count SET tracks = tracks - 1 WHERE ordering = " + std::to_string(order) +
-               " AND media_type = OLD.media_type AND section = substr(OLD." + countedKeys[order] + ", 1, 2);";
+               " AND media_type = OLD.media_type AND section = " +
+               counted("OLD", countedKeys[order], bytes) + ";";
     for (const char* column : countedCollections)
         sql += std::string("UPDATE collection_count SET tracks = tracks - 1 WHERE collection_id = OLD.") +
                column + " AND media_type = OLD.media_type;";
     return sql;
 }
 
-std::string triggers() {
+std::string trigger(const std::string& name, const std::string& event, const std::string& row,
+                    const std::string& body) {
+    return "CREATE TRIGGER " + name + " AFTER " + event + " ON track WHEN " + row + ".present = 1 BEGIN " +
+           body + " END;";
+}
+
+/** Counts what changes and what goes, by that many bytes of the keys. */
+std::string changeTriggers(int bytes) {
     std::string watched = "present, media_type";
     for (const char* column : countedKeys) watched += std::string(", ") + column;
     for (const char* column : countedCollections) watched += std::string(", ") + column;
-    const auto trigger = [](const std::string& name, const std::string& event, const char* row,
-                            const std::string& body) {
-        return "CREATE TRIGGER " + name + " AFTER " + event + " ON track WHEN " + row +
-               ".present = 1 BEGIN " + body + " END;";
-    };
-    return trigger("track_added", "INSERT", "NEW", countingIn()) +
-           trigger("track_removed", "DELETE", "OLD", countingOut()) +
-           trigger("track_changed_from", "UPDATE OF " + watched, "OLD", countingOut()) +
-           trigger("track_changed_to", "UPDATE OF " + watched, "NEW", countingIn());
+    return trigger("track_removed", "DELETE", "OLD", countingOut(bytes)) +
+           trigger("track_changed_from", "UPDATE OF " + watched, "OLD", countingOut(bytes)) +
+           trigger("track_changed_to", "UPDATE OF " + watched, "NEW", countingIn(bytes));
 }
 
-void makeFirstTables(Database& database) { database.execute(tables + triggers()); }
+void makeFirstTables(Database& database) {
+    constexpr int bytes = 2;
+    database.execute(tables + trigger("track_added", "INSERT", "NEW", countingIn(bytes)) +
+                     changeTriggers(bytes));
+}
 
 struct Index {
     std::string name, definition;
@@ -140,15 +151,21 @@ const std::array lateIndices{
     // The time tells files apart almost by itself.
     Index{"track_by_stamp", "(mtime, size)"}};
 
-/** New tracks are counted many at once, files that are no tracks are remembered. */
+/** New tracks are counted many at once, all by more bytes; files that are no tracks are remembered. */
 void countInBulk(Database& database) {
-    database.execute(
-        "DROP TRIGGER track_added;"
-        "DROP INDEX track_by_file;"
-        "CREATE TABLE unreadable ("
-        "folder_id INTEGER NOT NULL REFERENCES folder (id), file_name TEXT NOT NULL, part INTEGER NOT NULL,"
-        "size INTEGER NOT NULL, mtime INTEGER NOT NULL, reason TEXT NOT NULL,"
-        "PRIMARY KEY (folder_id, file_name, part)) WITHOUT ROWID;");
+    for (const char* name : {"track_added", "track_removed", "track_changed_from", "track_changed_to"})
+        database.execute(std::string("DROP TRIGGER ") + name);
+    database.execute(changeTriggers(countedBytes) +
+                     "DELETE FROM section_count;"
+                     "DROP INDEX track_by_file;"
+                     "CREATE TABLE unreadable ("
+                     "folder_id INTEGER NOT NULL REFERENCES folder (id), file_name TEXT NOT NULL,"
+                     "part INTEGER NOT NULL, size INTEGER NOT NULL, mtime INTEGER NOT NULL, reason TEXT NOT NULL,"
+                     "PRIMARY KEY (folder_id, file_name, part)) WITHOUT ROWID;");
+    for (std::size_t order = 0; order < countedKeys.size(); ++order)
+        database.execute("INSERT INTO section_count SELECT " + std::to_string(order) + ", media_type, " +
+                         counted("track", countedKeys[order], countedBytes) +
+                         ", COUNT(*) FROM track WHERE present = 1 GROUP BY 2, 3");
     for (const std::string& sql : missingIndices(database)) database.execute(sql);
 }
 
@@ -180,7 +197,13 @@ void prepare(Database& database) {
     if (version < 0 || version > current)
         throw DatabaseError(DatabaseError::damageCode,
                             "made by another version (" + std::to_string(version) + ")");
-    for (auto step = version; step < current; ++step) migrations[static_cast<std::size_t>(step)](database);
+    try {
+        for (auto step = version; step < current; ++step)
+            migrations[static_cast<std::size_t>(step)](database);
+    } catch (const DatabaseError& error) {
+        if (error.kind() != DatabaseError::Kind::Other) throw;
+        throw DatabaseError(DatabaseError::damageCode, std::string("not a library: ") + error.what());
+    }
     if (version != current) database.execute("PRAGMA user_version = " + std::to_string(current));
     transaction.commit();
 }

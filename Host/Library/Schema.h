@@ -11,8 +11,9 @@ namespace helmo {
    known of it; it then takes part in no list and no count. Persistent IDs are random 63-bit numbers, given
    once and kept as long as the row. Lists are ordered by keys that were made when a track was stored and
    stand in the track's row itself, so that every order is one index; the first two bytes of a key are its
-   section. How many tracks each section and each collection has is counted by `TrackCounts` when tracks are
-   added, many at once, and kept up to date by triggers when they change or go. */
+   section. How many tracks have keys that start with the same `countedBytes` bytes, and how many each collection
+   has, is counted by `TrackCounts` when tracks are added, many at once, and kept up to date by triggers when they
+   change or go. */
 namespace Schema {
 
 /** Makes the tables or brings older ones up to date, in one transaction. Throws; a file made by a newer
@@ -29,8 +30,9 @@ std::vector<std::string> missingIndices(Database& database);
 /** Orders that a plain list of tracks is counted for. */
 enum class CountedOrder : std::int64_t { Title = 0, Artist = 1, AlbumArtist = 2, Album = 3 };
 
-/** Bytes at the beginning of a key by which tracks are counted. */
-inline constexpr int countedBytes = 2;
+/** Of a key, by which tracks are counted: some letters more than the section, so that what lies anywhere in a
+   section is found without walking through the section. */
+inline constexpr int countedBytes = 6;
 
 }  // namespace Schema
 

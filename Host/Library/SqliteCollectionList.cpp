@@ -48,7 +48,7 @@ NameProperties namePropertiesOf(MediaGrouping grouping) {
 
 }  // namespace
 
-PagedEntityList::Entities SqliteCollectionList::entitiesOfRows(const std::vector<std::uint32_t>& rows) const {
+PagedEntityList::Entities SqliteCollectionList::entitiesOfRows(const RowList::Rows& rows) const {
     const auto byRow = _readers->read(EntitiesByRow(), [&](Database& database) {
         if (_compiler->isOfPlaylists()) return playlists(database, rows);
         return _compiler->isOfItems() ? singleItems(database, rows) : collections(database, rows);
@@ -61,8 +61,8 @@ PagedEntityList::Entities SqliteCollectionList::entitiesOfRows(const std::vector
     return entities;
 }
 
-SqliteCollectionList::EntitiesByRow SqliteCollectionList::collections(
-    Database& database, const std::vector<std::uint32_t>& rows) const {
+SqliteCollectionList::EntitiesByRow SqliteCollectionList::collections(Database& database,
+                                                                      const RowList::Rows& rows) const {
     const auto& wanted = _compiler->description().collectionPropertiesToFetch;
     const auto wants = [&](const char* property) {
         return std::ranges::find(wanted, property) != wanted.end();
@@ -101,8 +101,8 @@ Dictionary SqliteCollectionList::collectionValues(const Statement& row) const {
     return values;
 }
 
-SqliteCollectionList::EntitiesByRow SqliteCollectionList::playlists(
-    Database& database, const std::vector<std::uint32_t>& rows) const {
+SqliteCollectionList::EntitiesByRow SqliteCollectionList::playlists(Database& database,
+                                                                    const RowList::Rows& rows) const {
     static const std::string sql = "SELECT " + PlaylistColumns::columns() +
                                    " FROM playlist p WHERE p.present = 1 AND p.id IN " + marksOfPage();
     auto statement = database.prepare({sql, {}});
@@ -117,8 +117,8 @@ SqliteCollectionList::EntitiesByRow SqliteCollectionList::playlists(
     return entities;
 }
 
-SqliteCollectionList::EntitiesByRow SqliteCollectionList::singleItems(
-    Database& database, const std::vector<std::uint32_t>& rows) const {
+SqliteCollectionList::EntitiesByRow SqliteCollectionList::singleItems(Database& database,
+                                                                      const RowList::Rows& rows) const {
     static const std::string sql =
         "SELECT t.id, t.pid FROM track t WHERE t.present = 1 AND t.id IN " + marksOfPage();
     auto statement = database.prepare({sql, {}});
@@ -143,10 +143,7 @@ std::uint64_t SqliteCollectionList::indexOfEntity(const zornic::MediaEntity& ent
         return database.integer({"SELECT id FROM " + table + " WHERE pid = ?",
                                  {static_cast<std::int64_t>(collection->persistentID())}});
     });
-    if (row == 0) return zornic::NotFound;
-    const auto index = rows().indexOf(static_cast<std::uint32_t>(row));
-    const auto found = index == zornic::NotFound ? nullptr : entityAtIndex(index);
-    return found && found->isEqual(entity) ? index : zornic::NotFound;
+    return row == 0 ? zornic::NotFound : indexOf(entity, static_cast<std::uint32_t>(row));
 }
 
 }  // namespace helmo

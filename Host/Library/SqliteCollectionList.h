@@ -1,6 +1,8 @@
 #pragma once
 
 #include "Host/Library/PagedEntityList.h"
+#include "Host/Library/QueryCompiler.h"
+#include "Host/Library/Readers.h"
 #include "Platform/Media/MediaLibrary.h"
 
 namespace helmo {
@@ -17,13 +19,13 @@ public:
     std::uint64_t indexOfEntity(const zornic::MediaEntity& entity) const override;
 
 protected:
-    Entities entitiesOfRows(const std::vector<std::uint32_t>& rows) const override;
+    Entities entitiesOfRows(const RowList::Rows& rows) const override;
 
 private:
     using EntitiesByRow = std::unordered_map<std::int64_t, std::shared_ptr<zornic::MediaEntity>>;
-    EntitiesByRow collections(Database& database, const std::vector<std::uint32_t>& rows) const;
-    EntitiesByRow playlists(Database& database, const std::vector<std::uint32_t>& rows) const;
-    EntitiesByRow singleItems(Database& database, const std::vector<std::uint32_t>& rows) const;
+    EntitiesByRow collections(Database& database, const RowList::Rows& rows) const;
+    EntitiesByRow playlists(Database& database, const RowList::Rows& rows) const;
+    EntitiesByRow singleItems(Database& database, const RowList::Rows& rows) const;
     zornic::Dictionary collectionValues(const Statement& row) const;
 
     const std::weak_ptr<zornic::MediaLibrary> _library;

@@ -11,7 +11,7 @@ namespace helmo {
 namespace {
 
 std::string pageSql() {
-    std::string sql = "SELECT " + ItemColumns::columns() + " FROM " + ItemColumns::tables() +
+    std::string sql = "SELECT " + ItemColumns::rowColumns() + " FROM " + ItemColumns::rowTables() +
                       " WHERE t.present = 1 AND t.id IN (?";
     for (std::uint64_t at = 1; at < PagedEntityList::pageLength; ++at) sql += ", ?";
     return sql + ")";
@@ -19,26 +19,24 @@ std::string pageSql() {
 
 }  // namespace
 
-PagedEntityList::Entities SqliteItemList::entitiesOfRows(const std::vector<std::uint32_t>& rows) const {
+PagedEntityList::Entities SqliteItemList::entitiesOfRows(const RowList::Rows& rows) const {
     static const std::string sql = pageSql();
-    const auto read =
-        _readers->read(std::unordered_map<std::int64_t, zornic::Dictionary>(), [&](Database& database) {
-            std::unordered_map<std::int64_t, zornic::Dictionary> values;
-            auto statement = database.prepare({sql, {}});
-            bindPage(statement, rows);
-            while (statement.step()) values.emplace(statement.integer(0), ItemColumns::values(statement));
-            return values;
-        });
+    using Items = std::unordered_map<std::int64_t, std::shared_ptr<zornic::MediaItem>>;
+    const auto read = _readers->read(Items(), [&](Database& database) {
+        Items items;
+        auto statement = database.prepare({sql, {}});
+        bindPage(statement, rows);
+        while (statement.step()) {
+            auto values = ItemColumns::rowValues(statement);
+            const auto id = zornic::valueForKey(values, zornic::MediaItemProperty::PersistentID).asUnsigned();
+            items[statement.integer(0)] = zornic::make<zornic::MediaItem>(_library, id, std::move(values));
+        }
+        return items;
+    });
     Entities entities;
     for (const std::uint32_t row : rows) {
         const auto found = read.find(row);
-        if (found == read.end()) {
-            entities.push_back(nullptr);
-            continue;
-        }
-        const auto id =
-            zornic::valueForKey(found->second, zornic::MediaItemProperty::PersistentID).asUnsigned();
-        entities.push_back(zornic::make<zornic::MediaItem>(_library, id, found->second));
+        entities.push_back(found == read.end() ? nullptr : found->second);
     }
     return entities;
 }
@@ -50,7 +48,7 @@ std::uint64_t SqliteItemList::indexOfEntity(const zornic::MediaEntity& entity) c
         return database.integer(
             {"SELECT id FROM track WHERE pid = ?", {static_cast<std::int64_t>(item->persistentID())}});
     });
-    return row == 0 ? zornic::NotFound : rows().indexOf(static_cast<std::uint32_t>(row));
+    return row == 0 ? zornic::NotFound : indexOf(entity, static_cast<std::uint32_t>(row));
 }
 
 }  // namespace helmo

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Host/Library/PagedEntityList.h"
+#include "Host/Library/Readers.h"
 #include "Platform/Media/MediaLibrary.h"
 
 namespace helmo {
@@ -14,7 +15,7 @@ public:
     std::uint64_t indexOfEntity(const zornic::MediaEntity& entity) const override;
 
 protected:
-    Entities entitiesOfRows(const std::vector<std::uint32_t>& rows) const override;
+    Entities entitiesOfRows(const RowList::Rows& rows) const override;
 
 private:
     const std::weak_ptr<zornic::MediaLibrary> _library;

@@ -1,6 +1,8 @@
 #include "Host/Library/SqliteQueryResult.h"
 
+#include "Host/Library/CountedRowList.h"
 #include "Host/Library/ItemColumns.h"
+#include "Host/Library/ReadRowList.h"
 #include "Host/Library/SectionIndex.h"
 #include "Host/Library/SqliteCollectionList.h"
 #include "Host/Library/SqliteItemList.h"
@@ -19,9 +21,10 @@ SqliteQueryResult::SqliteQueryResult(std::weak_ptr<zornic::MediaLibrary> library
 
 const SqliteQueryResult::Side& SqliteQueryResult::itemSide() const {
     std::call_once(_items.once, [this] {
-        _items.rows = _compiler->countedOrder()
-                          ? std::make_shared<const RowList>(_readers, _compiler)
-                          : std::make_shared<const RowList>(_readers, _compiler->items());
+        if (_compiler->countedOrder())
+            _items.rows = std::make_shared<const CountedRowList>(_readers, _compiler);
+        else
+            _items.rows = std::make_shared<const ReadRowList>(*_readers, _compiler->items());
         _items.list = std::make_shared<const SqliteItemList>(_library, _readers, _items.rows);
     });
     return _items;
@@ -29,9 +32,10 @@ const SqliteQueryResult::Side& SqliteQueryResult::itemSide() const {
 
 const SqliteQueryResult::Side& SqliteQueryResult::collectionSide() const {
     std::call_once(_collections.once, [this] {
-        _collections.rows = _compiler->isOfItems()
-                                ? itemSide().rows
-                                : std::make_shared<const RowList>(_readers, _compiler->collections());
+        if (_compiler->isOfItems())
+            _collections.rows = itemSide().rows;
+        else
+            _collections.rows = std::make_shared<const ReadRowList>(*_readers, _compiler->collections());
         _collections.list =
             std::make_shared<const SqliteCollectionList>(_library, _readers, _collections.rows, _compiler);
     });

@@ -27,10 +27,12 @@ std::int64_t newPersistentID() {
 }
 
 std::int64_t secondsSince1970(zornic::Date date) {
-    return std::chrono::duration_cast<std::chrono::seconds>(date.time_since_epoch()).count();
+    return std::chrono::floor<std::chrono::seconds>(date).time_since_epoch().count();
 }
 
-std::int64_t now() { return secondsSince1970(std::chrono::system_clock::now()); }
+std::int64_t now() {
+    return secondsSince1970(std::chrono::floor<zornic::Date::duration>(std::chrono::system_clock::now()));
+}
 
 SqlValue idOrNull(std::int64_t id) { return id == 0 ? SqlValue() : SqlValue(id); }
 
@@ -50,7 +52,8 @@ constexpr const char* insertTrack =
     "album_artist_id, genre_id, composer_id, podcast_id, title_key, artist_key, album_artist_key, album_key, "
     "media_type, is_explicit, is_compilation, track_number, track_count, disc_number, duration, "
     "release_date, year, picture, pid, date_added) VALUES "
-    "(?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)";
+    "(?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?) "
+    "ON CONFLICT (folder_id, file_name) DO NOTHING";
 
 }  // namespace
 
@@ -214,6 +217,8 @@ void TrackStore::store(const MusicFile& file, const TrackTags& tags, const Place
         return;
     }
     row.bind(newPersistentID()).bind(now()).run();
+    // Another program on the same file may have been quicker.
+    if (_database.changes() == 0) return store(file, tags, Place{std::nullopt, false});
     member.count(_counts, tags.mediaType);
     if (!_firstAdded) _firstAdded = _database.lastInsertedRow();
 }

@@ -1,5 +1,8 @@
 #include <algorithm>
+#include <atomic>
 #include <random>
+
+#include <sqlite3.h>
 
 #include "Tests/Host/LibraryFixture.h"
 
@@ -221,10 +224,36 @@ TEST_F(LibraryQuery, ItemsAnswerWithAllThatIsKnown) {
                     .contains(Item::LastPlayedDate));
 }
 
+/** Counts what SQLite does on connections opened while it lives, in steps of its machine. */
+class QueryWork {
+public:
+    QueryWork() {
+        counted() = 0;
+        sqlite3_auto_extension(reinterpret_cast<void (*)()>(watch));
+    }
+    ~QueryWork() { sqlite3_cancel_auto_extension(reinterpret_cast<void (*)()>(watch)); }
+    std::uint64_t steps() const { return counted(); }
+
+private:
+    static constexpr int grain = 10;
+    static std::atomic<std::uint64_t>& counted() {
+        static std::atomic<std::uint64_t> steps;
+        return steps;
+    }
+    static int watch(sqlite3* database, const char**, const void*) {
+        const auto count = [](void*) {
+            counted() += grain;
+            return 0;
+        };
+        sqlite3_progress_handler(database, grain, count, nullptr);
+        return SQLITE_OK;
+    }
+};
+
 /** A library so large that lists are read in pieces. */
 class LargeLibrary : public LibraryQuery {
 protected:
-    static constexpr std::uint64_t size = 5'000;
+    static constexpr std::uint64_t size = 1'500;
     void addMany(std::uint64_t count) {
         std::mt19937 random(1);
         const auto letter = [&] { return std::string(1, static_cast<char>('a' + random() % 26)); };
@@ -235,36 +264,87 @@ protected:
                 "Album " + std::to_string(random() % 9), 1, static_cast<int>(random() % 20), "Pop", 2000));
         add(tracks);
     }
-};
-
-TEST_F(LargeLibrary, RandomAccessAgreesWithTheWholeOrder) {
-    addMany(size);
-    for (const Texts& ordering : {Texts{}, Texts{Item::Artist, Item::AlbumTitle}}) {
-        const auto whole = titles(*query({}, {}, ordering));
-        ASSERT_EQ(whole.size(), size);
-        // Each access meets a list that has not been read yet, as after a jump by the index bar.
-        for (const std::uint64_t index : {0u, 63u, 64u, 700u, 2'499u, 4'321u, 4'999u}) {
-            const auto fresh = query({}, {}, ordering);
-            const auto there = item(*fresh, index);
-            ASSERT_TRUE(there);
-            EXPECT_EQ(there->title(), whole[index]);
-            EXPECT_EQ(whole[fresh->items()->indexOfEntity(*there)], there->title());
-            EXPECT_FALSE(item(*fresh, size));
-        }
+    /** All titles in an order, as the tables say without any count. */
+    Texts titlesBy(const std::string& keys) const {
+        Database database(databaseFile(), Database::Access::ReadOnly);
+        Texts result;
+        for (auto rows = database.prepare({"SELECT title FROM track WHERE present = 1 ORDER BY " + keys, {}});
+             rows.step();)
+            result.push_back(rows.text(0));
+        return result;
+    }
+    void expectEveryOrderRight() const {
+        expectRight({}, titlesBy("title_key, id"));
+        expectRight({Item::Artist, Item::AlbumTitle},
+                    titlesBy("artist_key, album_key, album_id, disc_number, track_number, id"));
+        expectRight({Item::AlbumArtist, Item::AlbumTitle},
+                    titlesBy("album_artist_key, album_key, album_id, disc_number, track_number, id"));
+    }
+    void expectRight(const Texts& ordering, const Texts& whole) const {
+        const auto goneThrough = query({}, {}, ordering), jumped = query({}, {}, ordering);
+        ASSERT_EQ(titles(*goneThrough), whole);
         std::uint64_t covered = 0;
-        const auto fresh = query({}, {}, ordering);
-        for (const auto& section : fresh->itemSections()) {
+        for (const auto& section : jumped->itemSections()) {
             EXPECT_EQ(section.range.location, covered);
-            EXPECT_EQ(item(*fresh, section.range.location)->title(), whole[section.range.location]);
+            EXPECT_EQ(item(*jumped, covered)->title(), whole[covered]);
             covered = section.range.end();
         }
-        EXPECT_EQ(covered, size);
+        EXPECT_EQ(covered, whole.size());
+        EXPECT_FALSE(item(*jumped, covered));
+        std::mt19937 random(2);
+        for (int jump = 0; jump < 30; ++jump) {
+            // Upwards from there, as a finger drags.
+            const std::uint64_t index = random() % whole.size();
+            for (std::uint64_t back = 0; back < std::min<std::uint64_t>(3, index); ++back)
+                EXPECT_EQ(item(*jumped, index - back)->title(), whole[index - back]);
+            EXPECT_EQ(query({}, {}, ordering)->items()->indexOfEntity(*item(*jumped, index)), index);
+        }
     }
+};
+
+TEST_F(LargeLibrary, EveryPlaceShowsTheRightRowWhileTracksComeAndGo) {
+    addMany(size);
+    expectEveryOrderRight();
+    // Some go, some are others now.
+    Database(databaseFile(), Database::Access::ReadWrite)
+        .execute("UPDATE track SET present = 0 WHERE id <= 900 AND id % 3 <> 0");
+    ASSERT_TRUE(_library->write([&](TrackStore& store) {
+        for (int file = 901; file <= 1'000; ++file)
+            store.store({"/nowhere", std::to_string(file) + ".mp3", file, file},
+                        tags("Renamed " + std::to_string(file), "Nobody", "Nothing"));
+    }));
+    _library->noteChange();
+    expectEveryOrderRight();
+    Database(databaseFile(), Database::Access::ReadWrite)
+        .execute(
+            "UPDATE track SET present = 1 WHERE id <= 300; DELETE FROM track WHERE id BETWEEN 400 AND 500");
+    addMany(100);
+    expectEveryOrderRight();
     // By title the order is the plain one: two letters, then the number by value.
-    auto sorted = titles(*query());
+    auto sorted = titles(*query({}, {MediaPredicate::property(Item::Artist, "Artist 1")}));
     EXPECT_TRUE(std::ranges::is_sorted(sorted, {}, [](const std::string& title) {
         return std::pair(title.substr(0, 3), std::stoi(title.substr(4)));
     }));
+}
+
+TEST_F(LargeLibrary, OpeningAndJumpingReadNoMoreThanAScreen) {
+    constexpr std::uint64_t many = 4'000;
+    addMany(many);
+    const QueryWork work;
+    _library = SqliteMediaLibrary::open(databaseFile());
+    const auto songs = query();
+    EXPECT_EQ(songs->itemSections().size(), 26u);
+    // What walking through the list would take at least: a few of SQLite's steps for each row of its index.
+    constexpr std::uint64_t stepsOfWalk = many * 5;
+    EXPECT_LT(work.steps(), stepsOfWalk);
+    for (const std::uint64_t index : {2'499u, 3'990u, 37u, 3'333u}) {
+        const auto before = work.steps();
+        for (std::uint64_t row = 0; row < 10; ++row) ASSERT_TRUE(item(*songs, index + row));
+        EXPECT_EQ(songs->items()->indexOfEntity(*item(*songs, index)), index);
+        EXPECT_LT(work.steps() - before, stepsOfWalk / 5);
+    }
+    // And everything on the calling thread: nothing is left to be read behind its back.
+    EXPECT_TRUE(zornic::BackgroundWork::isIdle());
 }
 
 TEST_F(LargeLibrary, AListKeepsItsCountWhateverHappensToItsRows) {
@@ -277,6 +357,7 @@ TEST_F(LargeLibrary, AListKeepsItsCountWhateverHappensToItsRows) {
     }));
     EXPECT_EQ(items->count(), 2'000u);
     EXPECT_FALSE(items->entityAtIndex(1'000));
+    // Where it was shown.
     EXPECT_EQ(items->indexOfEntity(*last), 1'999u);
     EXPECT_EQ(_library->evaluate({})->items()->count(), 0u);
     EXPECT_FALSE(_library->hasSongs());

@@ -65,8 +65,7 @@ std::string grouped(std::string digits) {
 }
 
 std::tm localTime(Date date) {
-    const std::time_t time =
-        std::chrono::system_clock::to_time_t(std::chrono::floor<std::chrono::seconds>(date));
+    const std::time_t time = std::chrono::floor<std::chrono::seconds>(date).time_since_epoch().count();
     std::tm parts{};
     localtime_r(&time, &parts);
     return parts;

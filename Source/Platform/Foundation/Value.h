@@ -12,8 +12,9 @@
 
 namespace zornic {
 
-/** A moment of civil time, for release dates and the like. */
-using Date = std::chrono::system_clock::time_point;
+/** A moment of civil time, for release dates and the like: of any year that people write, unlike the clock's
+   own, which ends in 2262. */
+using Date = std::chrono::time_point<std::chrono::system_clock, std::chrono::microseconds>;
 
 /** A property's value: nothing, a truth, a whole number, a number, a text, a date or an object. Whole numbers
    compare by value whatever their signedness, and truths as 0 and 1. */

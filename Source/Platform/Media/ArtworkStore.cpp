@@ -15,6 +15,8 @@ namespace {
 
 /** What an entry costs beside its pixels, so that a million missing pictures don't cost nothing. */
 constexpr std::size_t entryCost = 4096;
+/** So few entries cost nothing to look through. */
+constexpr std::size_t alwaysLookedThrough = 32;
 
 template <class T>
 bool isSet(const std::weak_ptr<T>& pointer) {
@@ -30,10 +32,13 @@ int order(const std::weak_ptr<T>& left, const std::weak_ptr<T>& right) {
 }  // namespace
 
 bool ArtworkKey::operator<(const ArtworkKey& other) const {
+    // What is the same picture in the same size stands together.
     if (const int byLibrary = order(library, other.library)) return byLibrary < 0;
+    const auto picture = std::tie(token, size.width, size.height);
+    const auto otherPicture = std::tie(other.token, other.size.width, other.size.height);
+    if (picture != otherPicture) return picture < otherPicture;
     if (const int byContext = order(context, other.context)) return byContext < 0;
-    return std::tie(token, identifier, size.width, size.height, scale) <
-           std::tie(other.token, other.identifier, other.size.width, other.size.height, other.scale);
+    return std::tie(identifier, scale) < std::tie(other.identifier, other.scale);
 }
 
 bool ArtworkKey::isOver() const { return library.expired() || (isSet(context) && context.expired()); }
@@ -58,10 +63,14 @@ std::optional<Image> ArtworkStore::known(const ArtworkKey& key) {
 }
 
 Image ArtworkStore::atAnyScale(const ArtworkKey& key) const {
-    for (const auto& entry : _entries)
-        if (entry.image && entry.key.token == key.token && entry.key.size == key.size &&
-            order(entry.key.library, key.library) == 0)
-            return entry.image;
+    const ArtworkKey first{key.library, {}, {}, key.token, key.size, 0};
+    for (auto found = _index.lower_bound(first); found != _index.end(); ++found) {
+        const Entry& entry = *found->second;
+        if (entry.key.token != key.token || entry.key.size != key.size ||
+            order(entry.key.library, key.library) != 0)
+            break;
+        if (entry.image) return entry.image;
+    }
     return {};
 }
 
@@ -150,10 +159,12 @@ void ArtworkStore::remove(Entries::iterator entry) {
 }
 
 void ArtworkStore::dropWhatIsOver() {
+    if (_entries.size() > alwaysLookedThrough && _entries.size() < _sizeToLookThrough) return;
     for (auto entry = _entries.begin(); entry != _entries.end();) {
         const auto here = entry++;
         if (here->key.isOver()) remove(here);
     }
+    _sizeToLookThrough = 2 * _entries.size();
 }
 
 }  // namespace zornic

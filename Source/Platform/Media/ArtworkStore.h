@@ -79,11 +79,12 @@ private:
     void finish(const ArtworkKey& key, std::uint64_t generation, std::shared_ptr<const ImageSource> source);
     void keep(const ArtworkKey& key, const Image& image, std::uint64_t generation);
     void remove(Entries::iterator entry);
+    /** Looks through many entries only when there are twice as many as the last time. */
     void dropWhatIsOver();
 
     Entries _entries;  // used last first
     std::map<ArtworkKey, Entries::iterator> _index;
-    std::size_t _cost = 0;
+    std::size_t _cost = 0, _sizeToLookThrough = 0;
     Loads _loads;
     std::list<ArtworkKey> _queue;
 };

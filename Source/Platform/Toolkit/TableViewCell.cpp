@@ -39,7 +39,10 @@ public:
 
 /** Puts a label on a baseline, as wide as it may be. */
 void placeOnBaseline(Label& label, double x, double baseline, double width, double scale) {
-    const double height = label.sizeThatFits({width, UnboundedLength}).height;
+    // A line's height needs no layout of its whole text.
+    const double height = label.numberOfLines() == 1
+                              ? ceiledToScale(TextEngine::current().metrics(label.font()).lineHeight, scale)
+                              : label.sizeThatFits({width, UnboundedLength}).height;
     label.setFrame({x, 0, width, height});
     label.setFrame({x, roundedToScale(baseline - label.firstBaselineFromTop(), scale), width, height});
 }
