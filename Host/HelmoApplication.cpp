@@ -92,8 +92,8 @@ bool HelmoApplication::openLibrary() {
     if (!_library) return false;
     MediaLibrary::setDefaultLibrary(_library);
     _musicFolders = chosenMusicFolders(_commandLine, _settings->values());
-    _scanner = std::make_unique<Scanner>(_library, _musicFolders,
-                                         std::make_shared<ReaderTagReader>(_readerProgram));
+    _scanner =
+        std::make_unique<Scanner>(_library, _musicFolders, std::make_shared<ReaderTagReader>(_readerProgram));
     if (_commandLine.headless) _scanner->start();
     return true;
 }

@@ -135,7 +135,8 @@ void LibraryScan::storeBatch() {
     if (_batch.size() == 0) return;
     const bool shows = !_batch.files.empty() || !_batch.presences.empty();
     std::vector<std::pair<std::int64_t, std::size_t>> folders;
-    const bool isStored = _library.write([&](TrackStore& store) { folders = _batch.store(store, _hadTracks); });
+    const bool isStored =
+        _library.write([&](TrackStore& store) { folders = _batch.store(store, _hadTracks); });
     // Pictures of the folders ahead of the first tracks let nothing be seen yet.
     if (shows) _batchLimit = std::min(_batchLimit * batchGrowth, largestBatch);
     if (isStored) {

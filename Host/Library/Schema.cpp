@@ -107,8 +107,8 @@ std::string countingOut(int bytes) {
     std::string sql;
     for (std::size_t order = 0; order < countedKeys.size(); ++order)
         sql += "UPDATE section_count SET tracks = tracks - 1 WHERE ordering = " + std::to_string(order) +
-               " AND media_type = OLD.media_type AND section = " +
-               counted("OLD", countedKeys[order], bytes) + ";";
+               " AND media_type = OLD.media_type AND section = " + counted("OLD", countedKeys[order], bytes) +
+               ";";
     for (const char* column : countedCollections)
         sql += std::string("UPDATE collection_count SET tracks = tracks - 1 WHERE collection_id = OLD.") +
                column + " AND media_type = OLD.media_type;";
@@ -155,13 +155,14 @@ const std::array lateIndices{
 void countInBulk(Database& database) {
     for (const char* name : {"track_added", "track_removed", "track_changed_from", "track_changed_to"})
         database.execute(std::string("DROP TRIGGER ") + name);
-    database.execute(changeTriggers(countedBytes) +
-                     "DELETE FROM section_count;"
-                     "DROP INDEX track_by_file;"
-                     "CREATE TABLE unreadable ("
-                     "folder_id INTEGER NOT NULL REFERENCES folder (id), file_name TEXT NOT NULL,"
-                     "part INTEGER NOT NULL, size INTEGER NOT NULL, mtime INTEGER NOT NULL, reason TEXT NOT NULL,"
-                     "PRIMARY KEY (folder_id, file_name, part)) WITHOUT ROWID;");
+    database.execute(
+        changeTriggers(countedBytes) +
+        "DELETE FROM section_count;"
+        "DROP INDEX track_by_file;"
+        "CREATE TABLE unreadable ("
+        "folder_id INTEGER NOT NULL REFERENCES folder (id), file_name TEXT NOT NULL,"
+        "part INTEGER NOT NULL, size INTEGER NOT NULL, mtime INTEGER NOT NULL, reason TEXT NOT NULL,"
+        "PRIMARY KEY (folder_id, file_name, part)) WITHOUT ROWID;");
     for (std::size_t order = 0; order < countedKeys.size(); ++order)
         database.execute("INSERT INTO section_count SELECT " + std::to_string(order) + ", media_type, " +
                          counted("track", countedKeys[order], countedBytes) +

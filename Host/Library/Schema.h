@@ -11,9 +11,9 @@ namespace helmo {
    known of it; it then takes part in no list and no count. Persistent IDs are random 63-bit numbers, given
    once and kept as long as the row. Lists are ordered by keys that were made when a track was stored and
    stand in the track's row itself, so that every order is one index; the first two bytes of a key are its
-   section. How many tracks have keys that start with the same `countedBytes` bytes, and how many each collection
-   has, is counted by `TrackCounts` when tracks are added, many at once, and kept up to date by triggers when they
-   change or go. */
+   section. How many tracks have keys that start with the same `countedBytes` bytes, and how many each
+   collection has, is counted by `TrackCounts` when tracks are added, many at once, and kept up to date by
+   triggers when they change or go. */
 namespace Schema {
 
 /** Makes the tables or brings older ones up to date, in one transaction. Throws; a file made by a newer

@@ -13,19 +13,20 @@ namespace {
 // The chosen albums image is drawn as it is, unlike every other; artists leave their screen untitled.
 constexpr std::array tabs = {
     ZRNBrowserTab{ZRNRadioViewControllerIdentifier, "Radio", "HelmoRadioTab", "HelmoRadioTabOn", true, true},
-    ZRNBrowserTab{ZRNBrivoMixesViewControllerIdentifier, "Brivo", "HelmoBrivoMixesTab", "HelmoBrivoMixesTabOn", true,
+    ZRNBrowserTab{ZRNBrivoMixesViewControllerIdentifier, "Brivo", "HelmoBrivoMixesTab",
+                  "HelmoBrivoMixesTabOn", true, true},
+    ZRNBrowserTab{ZRNPlaylistsViewControllerIdentifier, "Playlists", "HelmoPlaylistsTab",
+                  "HelmoPlaylistsTabOn", true, true},
+    ZRNBrowserTab{ZRNAlbumsViewControllerIdentifier, "Albums", "HelmoAlbumsTab", "HelmoAlbumsTabOn", false,
                   true},
-    ZRNBrowserTab{ZRNPlaylistsViewControllerIdentifier, "Playlists", "HelmoPlaylistsTab", "HelmoPlaylistsTabOn", true,
-                  true},
-    ZRNBrowserTab{ZRNAlbumsViewControllerIdentifier, "Albums", "HelmoAlbumsTab", "HelmoAlbumsTabOn", false, true},
     ZRNBrowserTab{ZRNArtistsViewControllerIdentifier, "Artists", "HelmoArtistsTab", nullptr, false, false},
     ZRNBrowserTab{ZRNSongsViewControllerIdentifier, "Songs", "HelmoSongsTab", nullptr, false, true},
-    ZRNBrowserTab{ZRNAudiobooksViewControllerIdentifier, "Audiobooks", "HelmoAudiobooksTab", "HelmoAudiobooksTabOn",
-                  true, true},
-    ZRNBrowserTab{ZRNComposersViewControllerIdentifier, "Composers", "HelmoComposersTab", "HelmoComposersTabOn", true,
-                  true},
-    ZRNBrowserTab{ZRNCompilationsViewControllerIdentifier, "Compilations", "HelmoCompilationsTab", nullptr, false,
-                  true},
+    ZRNBrowserTab{ZRNAudiobooksViewControllerIdentifier, "Audiobooks", "HelmoAudiobooksTab",
+                  "HelmoAudiobooksTabOn", true, true},
+    ZRNBrowserTab{ZRNComposersViewControllerIdentifier, "Composers", "HelmoComposersTab",
+                  "HelmoComposersTabOn", true, true},
+    ZRNBrowserTab{ZRNCompilationsViewControllerIdentifier, "Compilations", "HelmoCompilationsTab", nullptr,
+                  false, true},
     ZRNBrowserTab{ZRNGenresViewControllerIdentifier, "Genres", "HelmoGenresTab", nullptr, false, true},
 };
 
@@ -40,7 +41,8 @@ Image originalImage(const char* name) {
 }  // namespace
 
 const ZRNBrowserTab* ZRNBrowserTabForIdentifier(const std::string& identifier) {
-    const auto found = std::ranges::find(tabs, identifier, [](const auto& tab) { return std::string(tab.identifier); });
+    const auto found =
+        std::ranges::find(tabs, identifier, [](const auto& tab) { return std::string(tab.identifier); });
     return found == tabs.end() ? nullptr : &*found;
 }
 

@@ -19,9 +19,9 @@ namespace zornic {
 inline constexpr const char* MusicTabBarControllerDidChangeOrderedViewControllerIdentifiersNotification =
     "MusicTabBarControllerDidChangeOrderedViewControllerIdentifiersNotification";
 
-/** The root of the display: a stack whose bottom screen has a tab for each category that the host shows, in the host's
-    order. Presents Now Playing, keeps pushed lists true when the library changes, lays a text over empty categories and
-    shows the radio service's alerts. Main thread. */
+/** The root of the display: a stack whose bottom screen has a tab for each category that the host shows, in
+   the host's order. Presents Now Playing, keeps pushed lists true when the library changes, lays a text over
+   empty categories and shows the radio service's alerts. Main thread. */
 class ZRNBrowserViewController : public NavigationController,
                                  public TabBarControllerDelegate,
                                  public RadioAlertViewDelegate {
@@ -44,8 +44,8 @@ public:
     const std::shared_ptr<TabBarController>& tabs() const { return _tabBarController; }
     bool libraryHasSongs() const { return _libraryHasSongs; }
 
-    /** Makes the tabs anew. Without force, screens whose identifier matches are used again, and then stand in the list
-        twice. */
+    /** Makes the tabs anew. Without force, screens whose identifier matches are used again, and then stand in
+       the list twice. */
     void reloadWithTabsForceReload(const std::vector<std::string>& identifiers, bool force);
     /** Presents Now Playing, when there is a player with a current item and a service provider. */
     void pushNowPlaying(bool animated);
@@ -56,7 +56,8 @@ public:
     /** Presents Now Playing, always animated. */
     void ZRN_pushNowPlayingViewControllerAnimated(bool animated) override;
     /** The text laid over an empty tab screen; none. */
-    std::shared_ptr<ZRNNoContentView> noContentViewForScreen(const std::shared_ptr<ViewController>& screen) const {
+    std::shared_ptr<ZRNNoContentView> noContentViewForScreen(
+        const std::shared_ptr<ViewController>& screen) const {
         return _noContentViews.get(screen);
     }
 
@@ -80,8 +81,8 @@ public:
 
 private:
     void observeHost();
-    std::shared_ptr<ViewController> reusableScreen(const std::vector<std::shared_ptr<ViewController>>& screens,
-                                                   const std::string& identifier) const;
+    std::shared_ptr<ViewController> reusableScreen(
+        const std::vector<std::shared_ptr<ViewController>>& screens, const std::string& identifier) const;
     void updateNoContentView(const std::shared_ptr<ViewController>& screen, bool forceEmpty);
     void refreshNoContentViews();
     void layNoContentView(const std::shared_ptr<ViewController>& screen);

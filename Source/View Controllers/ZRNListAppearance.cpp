@@ -21,14 +21,15 @@ std::shared_ptr<View> ZRNInstallNowPlayingButton(ViewController& list, Control::
     return button;
 }
 
-void ZRNClearSelectionOnAppearance(ViewController& list, const std::shared_ptr<TableView>& table, bool animated,
-                                   const Task& willWait) {
+void ZRNClearSelectionOnAppearance(ViewController& list, const std::shared_ptr<TableView>& table,
+                                   bool animated, const Task& willWait) {
     const auto coordinator = list.transitionCoordinator();
     if (coordinator && coordinator->initiallyInteractive()) {
-        coordinator->notifyWhenInteractionEnds([weakTable = std::weak_ptr(table), animated](const auto& context) {
-            if (context.cancelled) return;
-            if (const auto living = weakTable.lock()) ZRNClearTableViewSelection(*living, animated);
-        });
+        coordinator->notifyWhenInteractionEnds(
+            [weakTable = std::weak_ptr(table), animated](const auto& context) {
+                if (context.cancelled) return;
+                if (const auto living = weakTable.lock()) ZRNClearTableViewSelection(*living, animated);
+            });
         if (willWait) willWait();
     }
     ZRNClearTableViewSelection(*table, animated);

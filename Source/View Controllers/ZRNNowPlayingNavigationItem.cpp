@@ -11,7 +11,8 @@ void ZRN_setShowsNowPlayingNavigationItem(const std::shared_ptr<ViewController>&
     if (!shows) return endShowingNowPlayingNavigationItem(screen);
     const auto player = ZRNSharedAVPlayer();
     beginShowingNowPlayingNavigationItem(screen, player, [player]() -> std::shared_ptr<ViewController> {
-        return ZRNMusicNowPlayingViewController::withPlayer(player, nullptr, false)->newPresentationNavigationController();
+        return ZRNMusicNowPlayingViewController::withPlayer(player, nullptr, false)
+            ->newPresentationNavigationController();
     });
 }
 

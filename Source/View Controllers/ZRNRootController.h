@@ -10,10 +10,12 @@
 namespace zornic {
 
 /** Posted, without sender, by `reloadRadio`. The spelling is what observers match. */
-inline constexpr const char* ZRNRootControllerRadioNotificicationName = "ZRNRootControllerRadioNotificicationName";
+inline constexpr const char* ZRNRootControllerRadioNotificicationName =
+    "ZRNRootControllerRadioNotificicationName";
 
-/** The one object that a host makes for a car's display: it owns the window and everything in it. The host makes it with the
-    screen, sets player and service provider, and keeps it while the car is connected. Main thread. */
+/** The one object that a host makes for a car's display: it owns the window and everything in it. The host
+   makes it with the screen, sets player and service provider, and keeps it while the car is connected. Main
+   thread. */
 class ZRNRootController : public Object {
 public:
     /** Without a screen there is no window, and everything else works. */
@@ -22,7 +24,9 @@ public:
     ~ZRNRootController() override;
 
     const std::shared_ptr<Window>& helmoWindow() const { return _helmoWindow; }
-    const std::shared_ptr<ZRNBrowserViewController>& browserViewController() const { return _browserViewController; }
+    const std::shared_ptr<ZRNBrowserViewController>& browserViewController() const {
+        return _browserViewController;
+    }
 
     const std::shared_ptr<AVController>& player() const { return _player; }
     /** The player that all screens use; it becomes the shared player too. */

@@ -8,7 +8,8 @@ constexpr std::size_t fewestSections = 10;
 std::optional<std::vector<std::uint64_t>> offsetsOfSections(const std::vector<MediaQuerySection>& sections) {
     if (sections.size() < fewestSections) return std::nullopt;
     std::vector<std::uint64_t> offsets(sections.size(), 0);
-    for (std::size_t i = 0; i + 1 < sections.size(); ++i) offsets[i + 1] = offsets[i] + sections[i].range.length;
+    for (std::size_t i = 0; i + 1 < sections.size(); ++i)
+        offsets[i + 1] = offsets[i] + sections[i].range.length;
     return offsets;
 }
 
@@ -18,7 +19,8 @@ ZRNSectionedTableViewController::ZRNSectionedTableViewController(
     std::shared_ptr<MediaQuery> query, std::shared_ptr<AVController> player,
     std::shared_ptr<ZRNHelmoServiceProvider> serviceProvider)
     : ZRN_OLD_TableViewController(std::move(query), std::move(player), std::move(serviceProvider)),
-      _offsetOfSection(this->query() ? offsetsOfSections(this->query()->collectionSections()) : std::nullopt) {}
+      _offsetOfSection(this->query() ? offsetsOfSections(this->query()->collectionSections())
+                                     : std::nullopt) {}
 
 std::optional<std::uint64_t> ZRNSectionedTableViewController::collectionSection(std::uint64_t section) const {
     if (countOfActions() == 0) return section;
@@ -55,8 +57,8 @@ std::uint64_t ZRNSectionedTableViewController::tableViewNumberOfRowsInSection(Ta
     return *own < sections.size() ? sections[*own].range.length : 0;
 }
 
-std::optional<std::string> ZRNSectionedTableViewController::tableViewTitleForHeaderInSection(TableView&,
-                                                                                             std::uint64_t section) {
+std::optional<std::string> ZRNSectionedTableViewController::tableViewTitleForHeaderInSection(
+    TableView&, std::uint64_t section) {
     const auto own = collectionSection(section);
     if (!isSectioning() || !own) return std::nullopt;
     const auto sections = query()->collectionSections();
@@ -68,9 +70,8 @@ std::vector<std::string> ZRNSectionedTableViewController::sectionIndexTitlesForT
     return query()->collectionSectionInfo().sectionIndexTitles();
 }
 
-std::uint64_t ZRNSectionedTableViewController::tableViewSectionForSectionIndexTitleAtIndex(TableView&,
-                                                                                           const std::string&,
-                                                                                           std::uint64_t index) {
+std::uint64_t ZRNSectionedTableViewController::tableViewSectionForSectionIndexTitleAtIndex(
+    TableView&, const std::string&, std::uint64_t index) {
     if (!isSectioning()) return 0;
     if (countOfActions() > 0) {
         if (index == 0) return 0;

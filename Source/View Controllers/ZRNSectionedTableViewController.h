@@ -6,8 +6,8 @@
 
 namespace zornic {
 
-/** A list of collections with headed sections and an index bar once there are ten sections or more, and with action rows in
-    front in subclasses. Main thread. */
+/** A list of collections with headed sections and an index bar once there are ten sections or more, and with
+   action rows in front in subclasses. Main thread. */
 class ZRNSectionedTableViewController : public ZRN_OLD_TableViewController {
 public:
     ZRNSectionedTableViewController(std::shared_ptr<MediaQuery> query, std::shared_ptr<AVController> player,
@@ -20,7 +20,8 @@ public:
 
     std::uint64_t numberOfSectionsInTableView(TableView& tableView) override;
     std::uint64_t tableViewNumberOfRowsInSection(TableView& tableView, std::uint64_t section) override;
-    std::optional<std::string> tableViewTitleForHeaderInSection(TableView& tableView, std::uint64_t section) override;
+    std::optional<std::string> tableViewTitleForHeaderInSection(TableView& tableView,
+                                                                std::uint64_t section) override;
     std::vector<std::string> sectionIndexTitlesForTableView(TableView& tableView) override;
     /** With action rows in front the answer is one section early: the action section is not added back. */
     std::uint64_t tableViewSectionForSectionIndexTitleAtIndex(TableView& tableView, const std::string& title,

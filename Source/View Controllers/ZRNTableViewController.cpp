@@ -36,9 +36,8 @@ std::vector<std::string> ZRNTableViewController::sectionIndexTitlesForTableView(
     return QueryTableViewController::sectionIndexTitlesForTableView(table);
 }
 
-bool ZRNTableViewController::tableViewShouldChangeFocusedItemFromRowAtIndexPath(TableView& table,
-                                                                                const std::shared_ptr<View>& next,
-                                                                                const IndexPath& indexPath) {
+bool ZRNTableViewController::tableViewShouldChangeFocusedItemFromRowAtIndexPath(
+    TableView& table, const std::shared_ptr<View>& next, const IndexPath& indexPath) {
     return _ZRNTableViewShouldChangeFocusedItemFromRowAtIndexPath(table, next, indexPath);
 }
 
@@ -55,9 +54,8 @@ void ZRNTableViewController::viewDidLoad() {
 void ZRNTableViewController::viewWillAppear(bool animated) {
     QueryTableViewController::viewWillAppear(animated);
     ZRNUpdateNavigationBarForList(*this, false);
-    _nowPlayingButton = ZRNInstallNowPlayingButton(*this, [this](const auto& sender) {
-        _ZRN_nowPlayingButtonAction(sender);
-    });
+    _nowPlayingButton = ZRNInstallNowPlayingButton(
+        *this, [this](const auto& sender) { _ZRN_nowPlayingButtonAction(sender); });
 }
 
 void ZRNTableViewController::viewDidAppear(bool animated) {

@@ -6,8 +6,9 @@
 
 namespace zornic {
 
-/** The base of the library's lists that are driven by a data source. Its bar has the Now Playing button at the right and is
-    hidden on the bottom screen of a stack; the knob leaves its rows only at either end of a section. Main thread. */
+/** The base of the library's lists that are driven by a data source. Its bar has the Now Playing button at
+   the right and is hidden on the bottom screen of a stack; the knob leaves its rows only at either end of a
+   section. Main thread. */
 class ZRNTableViewController : public QueryTableViewController {
 public:
     using QueryTableViewController::QueryTableViewController;
@@ -23,7 +24,8 @@ public:
     bool isPlayerPlaying() const override;
     bool _viewControllerWasSelected() override;
     std::vector<std::string> sectionIndexTitlesForTableView(TableView& tableView) override;
-    bool tableViewShouldChangeFocusedItemFromRowAtIndexPath(TableView& tableView, const std::shared_ptr<View>& next,
+    bool tableViewShouldChangeFocusedItemFromRowAtIndexPath(TableView& tableView,
+                                                            const std::shared_ptr<View>& next,
                                                             const IndexPath& indexPath) override;
     void viewDidLoad() override;
     void viewWillAppear(bool animated) override;

@@ -23,9 +23,9 @@ void removeAlbumArt(TableViewCell& cell) {
 
 }  // namespace
 
-ZRN_OLD_TableViewController::ZRN_OLD_TableViewController(std::shared_ptr<MediaQuery> query,
-                                                         std::shared_ptr<AVController> player,
-                                                         std::shared_ptr<ZRNHelmoServiceProvider> serviceProvider)
+ZRN_OLD_TableViewController::ZRN_OLD_TableViewController(
+    std::shared_ptr<MediaQuery> query, std::shared_ptr<AVController> player,
+    std::shared_ptr<ZRNHelmoServiceProvider> serviceProvider)
     : _query(std::move(query)), _player(std::move(player)), _serviceProvider(std::move(serviceProvider)) {}
 
 void ZRN_OLD_TableViewController::didMake() {
@@ -79,12 +79,12 @@ std::uint64_t ZRN_OLD_TableViewController::tableViewNumberOfRowsInSection(TableV
 
 void ZRN_OLD_TableViewController::tableViewDidSelectRowAtIndexPath(TableView&, const IndexPath& indexPath) {
     const auto next = viewControllerForRowAtIndexPath(indexPath);
-    if (auto* navigation = navigationController(); navigation && next) navigation->pushViewController(next, true);
+    if (auto* navigation = navigationController(); navigation && next)
+        navigation->pushViewController(next, true);
 }
 
-bool ZRN_OLD_TableViewController::tableViewShouldChangeFocusedItemFromRowAtIndexPath(TableView& table,
-                                                                                     const std::shared_ptr<View>& next,
-                                                                                     const IndexPath& indexPath) {
+bool ZRN_OLD_TableViewController::tableViewShouldChangeFocusedItemFromRowAtIndexPath(
+    TableView& table, const std::shared_ptr<View>& next, const IndexPath& indexPath) {
     return _ZRNTableViewShouldChangeFocusedItemFromRowAtIndexPath(table, next, indexPath);
 }
 

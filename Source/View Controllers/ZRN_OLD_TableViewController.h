@@ -9,8 +9,8 @@
 
 namespace zornic {
 
-/** The base of the lists that hold their query, player and service provider themselves and fill their cells by hand.
-    Main thread. */
+/** The base of the lists that hold their query, player and service provider themselves and fill their cells
+   by hand. Main thread. */
 class ZRN_OLD_TableViewController : public TableViewController {
 public:
     ZRN_OLD_TableViewController(std::shared_ptr<MediaQuery> query, std::shared_ptr<AVController> player,
@@ -26,11 +26,10 @@ public:
     bool alwaysShowNavBar() const { return _alwaysShowNavBar; }
     void setAlwaysShowNavBar(bool shows) { _alwaysShowNavBar = shows; }
 
-    /** Adds the item's cover, or a placeholder without an item, to a row; rows higher than 44 points are of two lines.
-        None without a cell. */
-    static std::shared_ptr<ImageView> addAlbumArtViewFromItemToCellRowHeight(const std::shared_ptr<MediaItem>& item,
-                                                                             const std::shared_ptr<TableViewCell>& cell,
-                                                                             double rowHeight);
+    /** Adds the item's cover, or a placeholder without an item, to a row; rows higher than 44 points are of
+       two lines. None without a cell. */
+    static std::shared_ptr<ImageView> addAlbumArtViewFromItemToCellRowHeight(
+        const std::shared_ptr<MediaItem>& item, const std::shared_ptr<TableViewCell>& cell, double rowHeight);
     /** Adds a picture at the left of a row, instead of an earlier one; none without picture or cell. */
     static std::shared_ptr<ImageView> addAlbumArtViewWithImageToCellRowHeight(
         const Image& image, const std::shared_ptr<TableViewCell>& cell, double rowHeight);
@@ -40,11 +39,14 @@ public:
     /** Whether the list has any row at all. */
     bool hasRowsToDisplay();
     /** The screen to push for a row; none: nothing follows. */
-    virtual std::shared_ptr<ViewController> viewControllerForRowAtIndexPath(const IndexPath&) { return nullptr; }
+    virtual std::shared_ptr<ViewController> viewControllerForRowAtIndexPath(const IndexPath&) {
+        return nullptr;
+    }
 
     std::uint64_t tableViewNumberOfRowsInSection(TableView& tableView, std::uint64_t section) override;
     void tableViewDidSelectRowAtIndexPath(TableView& tableView, const IndexPath& indexPath) override;
-    bool tableViewShouldChangeFocusedItemFromRowAtIndexPath(TableView& tableView, const std::shared_ptr<View>& next,
+    bool tableViewShouldChangeFocusedItemFromRowAtIndexPath(TableView& tableView,
+                                                            const std::shared_ptr<View>& next,
                                                             const IndexPath& indexPath) override;
     std::shared_ptr<View> preferredFocusedItem() override;
     bool _viewControllerWasSelected() override;
@@ -56,7 +58,8 @@ public:
     void _itemChanged(const Notification& notification);
     /** Pushes Now Playing. */
     void _nowPlayingButtonTapped(const std::shared_ptr<Control>& sender);
-    /** Presents Now Playing over the stack; dropped while the list is not on view or something is already presented. */
+    /** Presents Now Playing over the stack; dropped while the list is not on view or something is already
+     * presented. */
     void _presentNowPlayingViewController();
     void _updateNowPlayingVisibility();
 

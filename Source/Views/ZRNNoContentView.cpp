@@ -20,7 +20,8 @@ std::shared_ptr<Label> makeLabel(const std::string& text, double size) {
 }  // namespace
 
 ZRNNoContentView::ZRNNoContentView(const Rect& frame)
-    : ZRNNoContentView(frame, ZRNLocalizedString("NO_CONTENT_TITLE"), ZRNLocalizedString("NO_CONTENT_SUBTITLE")) {}
+    : ZRNNoContentView(frame, ZRNLocalizedString("NO_CONTENT_TITLE"),
+                       ZRNLocalizedString("NO_CONTENT_SUBTITLE")) {}
 
 ZRNNoContentView::ZRNNoContentView(const Rect& frame, std::string title, std::string subtitle)
     : View(frame), _title(std::move(title)), _subtitle(std::move(subtitle)) {}
@@ -42,10 +43,12 @@ void ZRNNoContentView::didMake() {
 
 std::vector<LayoutConstraint> ZRNNoContentView::blockConstraints() const {
     using enum LayoutAttribute;
-    const std::weak_ptr<View> self = std::static_pointer_cast<View>(std::const_pointer_cast<Object>(shared_from_this()));
+    const std::weak_ptr<View> self =
+        std::static_pointer_cast<View>(std::const_pointer_cast<Object>(shared_from_this()));
     const auto equal = [](std::weak_ptr<View> item, LayoutAttribute attribute, std::weak_ptr<View> other,
                           LayoutAttribute otherAttribute, double constant = 0) {
-        return LayoutConstraint{std::move(item), attribute, std::move(other), otherAttribute, 1, constant,
+        return LayoutConstraint{std::move(item),       attribute, std::move(other),
+                                otherAttribute,        1,         constant,
                                 LayoutPriorityRequired};
     };
     return {equal(_subtitleLabel, FirstBaseline, _titleLabel, LastBaseline, lineDistance),

@@ -6,7 +6,8 @@
 
 namespace zornic {
 
-/** Stands in for a list that has nothing to show: one line that says what is so, one that says what can be done. */
+/** Stands in for a list that has nothing to show: one line that says what is so, one that says what can be
+ * done. */
 class ZRNNoContentView : public View {
 public:
     /** With the texts for an empty category. */

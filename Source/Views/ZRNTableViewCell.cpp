@@ -32,7 +32,8 @@ void ZRNTableViewCell::layoutSubviews() {
     if (_artworkImageView) _artworkImageView->setFrame(artworkFrame);
     EdgeInsets inset = separatorInset();
     if (_originalLeftInset == 0) _originalLeftInset = inset.left;
-    const double left = _artworkImageView ? _artworkImageView->frame().maxX() + gapAfterArtwork : _originalLeftInset;
+    const double left =
+        _artworkImageView ? _artworkImageView->frame().maxX() + gapAfterArtwork : _originalLeftInset;
     if (inset.left == left) return;
     inset.left = left;
     setSeparatorInset(inset);

@@ -4,7 +4,8 @@
 
 namespace zornic {
 
-/** A row with an optional picture at the left, which the separator and the texts make room for. Main thread. */
+/** A row with an optional picture at the left, which the separator and the texts make room for. Main thread.
+ */
 class ZRNTableViewCell : public TableViewCell {
 public:
     /** Always of two lines, whatever style is asked for. */

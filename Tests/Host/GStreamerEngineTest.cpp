@@ -186,7 +186,8 @@ TEST_F(GStreamerEngineTest, FileThatGoesAwayInTheMiddleIsAFailureAndNoEnd) {
     const auto source = tone("lost.wav", 60);
     engine->load(source, true);
     ASSERT_TRUE(timeRuns());
-    std::filesystem::resize_file(source.location, 200'000);  // as a medium that is pulled out: no more to read
+    std::filesystem::resize_file(source.location,
+                                 200'000);  // as a medium that is pulled out: no more to read
     std::filesystem::remove(source.location);
     ASSERT_TRUE(waitFor({"failed lost.wav"})) << testing::PrintToString(listener->said);
     EXPECT_NE(listener->reason.find("there is no such file"), std::string::npos) << listener->reason;

@@ -52,7 +52,8 @@ public:
     };
     CoverReading cover(const fs::path& file, zornic::Size, double) override {
         ++reads;
-        auto bytes = isPictureFile(file.string()) ? fileBytes(file, 1000) : TagLibReader().picture(file).bytes;
+        auto bytes =
+            isPictureFile(file.string()) ? fileBytes(file, 1000) : TagLibReader().picture(file).bytes;
         if (bytes == "broken") return {nullptr, "it is broken"};
         return {std::make_shared<Source>(std::move(bytes)), {}};
     }
