@@ -4,6 +4,7 @@
 #include <cmath>
 #include <functional>
 
+#include <hb.h>
 #include <pango/pangocairo.h>
 
 #include "Host/Log.h"
@@ -34,7 +35,6 @@ public:
     }
     /** None where nothing could be opened. */
     PangoFont* font() const { return _analysis ? _analysis->font : nullptr; }
-    PangoLanguage* language() const { return _analysis->language; }
     double inkHeight() const {
         PangoRectangle ink;
         pango_layout_get_extents(_layout.get(), &ink, nullptr);
@@ -313,12 +313,13 @@ zornic::FontMetrics PangoTextEngine::measured(const Font& font) {
     pango_font_description_free(wanted);
     zornic::FontMetrics result{font.size, font.size / 4, font.size * 1.25, font.size / 2};
     if (!letter.font()) return result;
-    PangoFontMetrics* const metrics = pango_font_get_metrics(letter.font(), letter.language());
-    result.ascent = pango_units_to_double(pango_font_metrics_get_ascent(metrics));
-    result.descent = pango_units_to_double(pango_font_metrics_get_descent(metrics));
-    result.lineHeight = std::max(result.ascent + result.descent,
-                                 pango_units_to_double(pango_font_metrics_get_height(metrics)));
-    pango_font_metrics_unref(metrics);
+    // Pango's own metrics would lay out a sample text, each costing as much as a whole list's texts.
+    hb_font_extents_t extents{};
+    if (!hb_font_get_h_extents(pango_font_get_hb_font(letter.font()), &extents)) return result;
+    result.ascent = pango_units_to_double(extents.ascender);
+    result.descent = pango_units_to_double(-extents.descender);
+    result.lineHeight =
+        result.ascent + result.descent + std::max(0.0, pango_units_to_double(extents.line_gap));
     result.xHeight = letter.inkHeight();
     return result;
 }
