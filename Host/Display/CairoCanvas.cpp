@@ -219,22 +219,23 @@ void CairoCanvas::drawText(const zornic::TextLayout& text, Point topLeft, Color 
     const auto rendered = _cache.text(*layout, color, _scale);
     const Point baseline = toPixels(topLeft + Point{0, layout->firstBaseline()});
     const PixelSpace space(_context);
-    if (rendered.surface) {
-        const double left = std::round(baseline.x) + rendered.left;
-        const double top = std::round(baseline.y) + rendered.top;
-        if (rendered.isMask) {
-            setColor(color);
-            cairo_mask_surface(_context, rendered.surface.get(), left, top);
-        } else {
-            cairo_set_source_surface(_context, rendered.surface.get(), left, top);
-            cairo_paint(_context);
-        }
-    } else {
+    if (!rendered) {
         cairo_translate(_context, std::round(baseline.x), std::round(baseline.y));
         cairo_scale(_context, _scale, _scale);
         cairo_translate(_context, 0, -layout->firstBaseline());
         setColor(color);
         layout->show(_context);
+        return;
+    }
+    for (const auto& part : *rendered) {
+        const double left = std::round(baseline.x) + part.left, top = std::round(baseline.y) + part.top;
+        if (part.isMask) {
+            setColor(part.color.value_or(color));
+            cairo_mask_surface(_context, part.pixels.get(), left, top);
+        } else {
+            cairo_set_source_surface(_context, part.pixels.get(), left, top);
+            cairo_paint(_context);
+        }
     }
 }
 

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cmath>
 #include <functional>
-
 #include <hb.h>
+
 #include <pango/pangocairo.h>
 
 #include "Host/Log.h"

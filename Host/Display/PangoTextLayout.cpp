@@ -28,12 +28,7 @@ void putOnOneBaseline(PangoLayout* layout) {
             static_cast<PangoGlyphItem*>(run->data)->y_offset = 0;
 }
 
-bool hasColors(const zornic::TextRequest& request) {
-    return std::ranges::any_of(request.text.runs(), [](const auto& run) {
-        return run.attributes.color || run.attributes.backgroundColor;
-    });
-}
-
+/** Whether letters of the font have more than one colour. */
 bool hasColors(PangoFont* font) {
     hb_font_t* const shapes = font ? pango_font_get_hb_font(font) : nullptr;
     if (!shapes) return true;
@@ -41,10 +36,13 @@ bool hasColors(PangoFont* font) {
     return hb_ot_color_has_png(face) || hb_ot_color_has_layers(face) || hb_ot_color_has_svg(face);
 }
 
-bool hasColors(PangoLayoutLine* line) {
-    for (const GSList* run = line->runs; run; run = run->next)
-        if (hasColors(static_cast<const PangoGlyphItem*>(run->data)->item->analysis.font)) return true;
-    return false;
+/** The attributes of the run that holds a byte of the text. */
+const zornic::TextAttributes* attributesAt(const zornic::StyledText& text, std::size_t byte) {
+    for (const auto& run : text.runs()) {
+        if (byte < run.text.size()) return &run.attributes;
+        byte -= run.text.size();
+    }
+    return nullptr;
 }
 
 }  // namespace
@@ -56,7 +54,6 @@ PangoTextLayout::PangoTextLayout(zornic::TextRequest request, ObjectPointer<_Pan
       _layout(std::move(layout)),
       _metrics(metrics) {
     if (*pango_layout_get_text(_layout.get()) == '\0') return;
-    _isOneColor = !hasColors(this->request());
     putOnOneBaseline(_layout.get());
     PangoLayoutIter* const iterator = pango_layout_get_iter(_layout.get());
     do {
@@ -66,11 +63,11 @@ PangoTextLayout::PangoTextLayout(zornic::TextRequest request, ObjectPointer<_Pan
         _ink = _ink.united(inPoints(ink).offset({0, baseline(_lines.size()) - top}));
         _size.width = std::max(_size.width, pango_units_to_double(logical.width));
         _lines.push_back({pango_layout_iter_get_line_readonly(iterator), pango_units_to_double(logical.x)});
-        _isOneColor = _isOneColor && !hasColors(_lines.back().line);
     } while (pango_layout_iter_next_line(iterator));
     pango_layout_iter_free(iterator);
     _size.height = static_cast<double>(_lines.size()) * _metrics.lineHeight;
     _truncated = pango_layout_is_ellipsized(_layout.get());
+    divideIntoParts();
 }
 
 PangoTextLayout::~PangoTextLayout() = default;
@@ -81,6 +78,43 @@ void PangoTextLayout::show(cairo_t* context) const {
     for (std::size_t i = 0; i < _lines.size(); ++i) {
         cairo_move_to(context, _lines[i].x, baseline(i));
         pango_cairo_show_layout_line(context, _lines[i].line);
+    }
+}
+
+void PangoTextLayout::divideIntoParts() {
+    for (std::size_t line = 0; line < _lines.size(); ++line) {
+        double x = _lines[line].x;
+        for (const GSList* run = _lines[line].line->runs; run; run = run->next) {
+            auto* const item = static_cast<PangoGlyphItem*>(run->data);
+            const auto* const attributes =
+                attributesAt(request().text, static_cast<std::size_t>(item->item->offset));
+            PangoFont* const font = item->item->analysis.font;
+            if (hasColors(font) || (attributes && attributes->backgroundColor)) {
+                _parts.clear();
+                return;
+            }
+            const auto part = partOf(attributes ? attributes->color : std::nullopt);
+            _pieces.push_back({item, x, baseline(line), part});
+            PangoRectangle ink, logical;
+            pango_glyph_string_extents(item->glyphs, font, &ink, &logical);
+            _parts[part].ink = _parts[part].ink.united(inPoints(ink).offset({x, baseline(line)}));
+            x += pango_units_to_double(logical.width);
+        }
+    }
+}
+
+std::size_t PangoTextLayout::partOf(const std::optional<zornic::Color>& color) {
+    const auto at = std::ranges::find(_parts, color, &Part::color) - _parts.begin();
+    if (at == std::ssize(_parts)) _parts.push_back({color, {}});
+    return static_cast<std::size_t>(at);
+}
+
+void PangoTextLayout::show(cairo_t* context, const Part& part) const {
+    const auto wanted = static_cast<std::size_t>(&part - _parts.data());
+    for (const Piece& piece : _pieces) {
+        if (piece.part != wanted) continue;
+        cairo_move_to(context, piece.x, piece.baseline);
+        pango_cairo_show_glyph_item(context, pango_layout_get_text(_layout.get()), piece.glyphs);
     }
 }
 

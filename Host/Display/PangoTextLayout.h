@@ -1,11 +1,13 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "Host/Display/CairoHandles.h"
 #include "Platform/Toolkit/TextEngine.h"
 
+struct _PangoGlyphItem;
 struct _PangoLayout;
 struct _PangoLayoutLine;
 
@@ -30,10 +32,19 @@ public:
     std::uint64_t identity() const { return _identity; }
     /** Around all that is drawn, seen from the top left, in points. */
     const zornic::Rect& inkBounds() const { return _ink; }
-    /** Whether every letter is in the colour that it is drawn with: neither emoji nor runs of another. */
-    bool isOneColor() const { return _isOneColor; }
     /** Draws with the context's source, the top left at the origin, in points. */
     void show(cairo_t* context) const;
+
+    /** What is drawn in one colour: that of the text, or one that runs have of their own. */
+    struct Part {
+        std::optional<zornic::Color> color;
+        /** As the whole's. */
+        zornic::Rect ink;
+    };
+    /** All of it; none where letters or grounds have more than one colour each, as emoji have. */
+    const std::vector<Part>& parts() const { return _parts; }
+    /** Draws one of the parts, whatever its colour, with the context's source. */
+    void show(cairo_t* context, const Part& part) const;
     /** Memory that it takes, about, in bytes. */
     std::size_t cost() const;
 
@@ -42,6 +53,14 @@ private:
         _PangoLayoutLine* line;  // the layout's
         double x;
     };
+    /** Glyphs that belong to one part. */
+    struct Piece {
+        _PangoGlyphItem* glyphs;  // the layout's
+        double x, baseline;
+        std::size_t part;
+    };
+    void divideIntoParts();
+    std::size_t partOf(const std::optional<zornic::Color>& color);
     double baseline(std::size_t line) const {
         return _metrics.ascent + static_cast<double>(line) * _metrics.lineHeight;
     }
@@ -50,10 +69,11 @@ private:
     const ObjectPointer<_PangoLayout> _layout;
     const zornic::FontMetrics _metrics;
     std::vector<Line> _lines;
+    std::vector<Piece> _pieces;
+    std::vector<Part> _parts;
     zornic::Size _size;
     zornic::Rect _ink;
     bool _truncated = false;
-    bool _isOneColor = true;
 };
 
 }  // namespace helmo

@@ -56,23 +56,40 @@ Surface narrowed(const Surface& wide, int width) {
     return result;
 }
 
-RenderCache::Text renderedText(const PangoTextLayout& layout, zornic::Color color, double scale) {
-    const auto ink = layout.inkBounds().offset({0, -layout.firstBaseline()});
+/** Draws what has its ink there as wide as that takes, and narrows it. */
+template <class Show>
+RenderCache::TextPart drawnText(const PangoTextLayout& layout, const zornic::Rect& inkBounds, double scale,
+                                cairo_format_t format, Show&& show) {
+    const auto ink = inkBounds.offset({0, -layout.firstBaseline()});
     const auto pixel = [scale](double points, int margin) {
         return static_cast<int>(std::floor(points * scale)) + margin;
     };
-    RenderCache::Text text{{}, pixel(ink.x(), -1), pixel(ink.y(), -1), layout.isOneColor()};
-    const int width = pixel(ink.maxX(), 2) - text.left, height = pixel(ink.maxY(), 2) - text.top;
-    const Surface wide(cairo_image_surface_create(text.isMask ? CAIRO_FORMAT_A8 : CAIRO_FORMAT_ARGB32,
-                                                  width * wideness, height));
-    if (!wide) return text;
+    RenderCache::TextPart part{{}, pixel(ink.x(), -1), pixel(ink.y(), -1), format == CAIRO_FORMAT_A8};
+    const int width = pixel(ink.maxX(), 2) - part.left, height = pixel(ink.maxY(), 2) - part.top;
+    const Surface wide(cairo_image_surface_create(format, width * wideness, height));
+    if (!wide) return part;
     const auto context = makeContext(wide);
-    cairo_translate(context.get(), -text.left * wideness, -text.top);
+    cairo_translate(context.get(), -part.left * wideness, -part.top);
     cairo_scale(context.get(), scale * wideness, scale);
     cairo_translate(context.get(), 0, -layout.firstBaseline());
-    if (!text.isMask) cairo_set_source_rgba(context.get(), color.red, color.green, color.blue, color.alpha);
-    layout.show(context.get());
-    text.surface = narrowed(wide, width);
+    show(context.get());
+    part.pixels = narrowed(wide, width);
+    return part;
+}
+
+std::vector<RenderCache::TextPart> renderedText(const PangoTextLayout& layout, const zornic::Color& color,
+                                                double scale) {
+    std::vector<RenderCache::TextPart> text;
+    for (const auto& part : layout.parts()) {
+        text.push_back(drawnText(layout, part.ink, scale, CAIRO_FORMAT_A8,
+                                 [&](cairo_t* context) { layout.show(context, part); }));
+        text.back().color = part.color;
+    }
+    if (!layout.parts().empty()) return text;
+    text.push_back(drawnText(layout, layout.inkBounds(), scale, CAIRO_FORMAT_ARGB32, [&](cairo_t* context) {
+        cairo_set_source_rgba(context, color.red, color.green, color.blue, color.alpha);
+        layout.show(context);
+    }));
     return text;
 }
 
@@ -166,12 +183,18 @@ Surface RenderCache::image(const CairoImageSource& source, const ImageForm& form
 RenderCache::Text RenderCache::text(const PangoTextLayout& layout, zornic::Color color, double scale) {
     const auto ink = layout.inkBounds();
     constexpr double mostPixels = 1 << 20, mostWidth = 8000;
-    if (ink.width() * scale > mostWidth || ink.width() * ink.height() * scale * scale > mostPixels) return {};
+    if (ink.width() * scale > mostWidth || ink.width() * ink.height() * scale * scale > mostPixels)
+        return nullptr;
     Key key{static_cast<double>(layout.identity()), scale};
-    if (!layout.isOneColor()) key.insert(key.end(), {color.red, color.green, color.blue, color.alpha});
+    if (layout.parts().empty()) key.insert(key.end(), {color.red, color.green, color.blue, color.alpha});
     if (auto known = _texts.get(key)) return *known;
-    const auto text = renderedText(layout, color, scale);
-    if (text.surface) _texts.set(key, text, text.surface.bytes());
+    const auto text = std::make_shared<const std::vector<TextPart>>(renderedText(layout, color, scale));
+    std::size_t bytes = 0;
+    for (const auto& part : *text) {
+        if (!part.pixels) return nullptr;
+        bytes += part.pixels.bytes();
+    }
+    _texts.set(key, text, bytes);
     return text;
 }
 

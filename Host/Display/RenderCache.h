@@ -1,5 +1,7 @@
 #pragma once
 
+#include <memory>
+#include <optional>
 #include <vector>
 
 #include "Host/Display/CairoHandles.h"
@@ -23,20 +25,22 @@ public:
         double scale = 1;
         std::vector<zornic::ColorFilter> filters{};
     };
-    /** A text's pixels, and where they lie seen from the left end of its first baseline. */
-    struct Text {
-        Surface surface;
+    /** A part of a text, and where its pixels lie seen from the left end of its first baseline. */
+    struct TextPart {
+        Surface pixels;
         int left = 0, top = 0;
-        /** Only coverage, to be filled with any colour. */
-        bool isMask = false;
+        /** Its pixels are only coverage, to be filled with its own or else the text's colour. */
+        bool isMask = true;
+        std::optional<zornic::Color> color{};
     };
+    using Text = std::shared_ptr<const std::vector<TextPart>>;
 
     /** Limits in bytes. */
     explicit RenderCache(std::size_t imageLimit = 32 << 20, std::size_t textLimit = 12 << 20);
 
     /** Empty where there is no memory, or the form is beyond all displays. */
     Surface image(const CairoImageSource& source, const ImageForm& form);
-    /** The surface is empty for a text that is too large to be kept. */
+    /** None for a text that is too large to be kept. */
     Text text(const PangoTextLayout& layout, zornic::Color color, double scale);
 
 private:
