@@ -1,7 +1,9 @@
+#include <algorithm>
 #include <condition_variable>
 #include <future>
 #include <mutex>
 #include <stdexcept>
+#include <thread>
 
 #include "Benchmarks/Floors/ScanFloor.h"
 #include "Benchmarks/Measuring.h"
@@ -75,34 +77,74 @@ ScanTimes measureScans(const std::filesystem::path& music) {
     return {{median(ours), median(floor)}, {median(oursAgain), median(floorAgain)}};
 }
 
-bool showsSongs(HelmoApplication& helmo) {
-    const auto tabs = helmo.rootController().browserViewController()->tabs();
-    const auto songs = std::dynamic_pointer_cast<ZRNSongsViewController>(tabs->selectedViewController());
-    return songs && !songs->tableView()->indexPathsForVisibleRows().empty();
-}
+/** A helmo in real time with an empty library, which it fills as soon as it is opened. */
+class ScanningHelmo {
+public:
+    explicit ScanningHelmo(const std::filesystem::path& music) : _helmo(lineFor(_folder.path(), music)) {}
 
-/** Milliseconds from helmo's opening an empty library, which starts the scan, to the end of the frame that
-   shows the first songs. */
-double millisecondsToFirstRows(const std::filesystem::path& music) {
-    const TemporaryFolder folder;
-    CommandLine line;
-    line.headless = line.realtime = true;
-    line.data = folder.path();
-    line.musicFolders = {music};
-    line.screen = ScreenSize{800, 480, 1};
-    HelmoApplication helmo(line);
-    return milliseconds([&] {
-        if (!helmo.openHeadless()) throw std::runtime_error("helmo can't be opened");
-        const auto giveUp = std::chrono::steady_clock::now() + std::chrono::seconds(20);
-        for (bool isShown = false; !isShown;) {
-            helmo.runLoop().runDue();
-            if (helmo.runLoop().wantsFrames()) helmo.runLoop().fireFrame();
-            isShown = showsSongs(helmo);
-            helmo.drawFrame();
-            if (std::chrono::steady_clock::now() > giveUp) throw std::runtime_error("no songs are shown");
+    /** Milliseconds from its opening to the end of the frame that shows the first songs. */
+    double millisecondsToFirstRows() {
+        return milliseconds([&] {
+            open();
+            const auto giveUp = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+            for (bool isShown = false; !isShown;) {
+                work();
+                isShown = showsSongs();
+                _helmo.drawFrame();
+                if (std::chrono::steady_clock::now() > giveUp) throw std::runtime_error("no songs are shown");
+            }
+        });
+    }
+    /** The longest that the main thread takes for anything that comes before a frame, and for the frame,
+       while a finger drags the list up and down until the scan has ended. */
+    double longestFrameWhileDragging() {
+        constexpr auto frameInterval = std::chrono::microseconds(16'667);
+        constexpr int stepsOfDrag = 12;
+        constexpr double step = 24, x = 400, bottom = 400;
+        open();
+        double longest = 0;
+        auto due = std::chrono::steady_clock::now();
+        for (int frame = 0; !BackgroundWork::isIdle() || frame < stepsOfDrag; ++frame) {
+            longest = std::max(longest, milliseconds([&] {
+                                   work();
+                                   const int at = frame % stepsOfDrag;
+                                   const Point finger{x, bottom - step * at};
+                                   if (at == 0) window().touchDown(finger);
+                                   if (at > 0) window().touchMove(finger);
+                                   if (at == stepsOfDrag - 1) window().touchUp(finger);
+                                   _helmo.drawFrame();
+                               }));
+            std::this_thread::sleep_until(due += frameInterval);
         }
-    });
-}
+        return longest;
+    }
+
+private:
+    static CommandLine lineFor(const std::filesystem::path& data, const std::filesystem::path& music) {
+        CommandLine line;
+        line.headless = line.realtime = true;
+        line.data = data;
+        line.musicFolders = {music};
+        line.screen = ScreenSize{800, 480, 1};
+        return line;
+    }
+    void open() {
+        if (!_helmo.openHeadless()) throw std::runtime_error("helmo can't be opened");
+    }
+    void work() {
+        _helmo.runLoop().runDue();
+        if (_helmo.runLoop().wantsFrames()) _helmo.runLoop().fireFrame();
+    }
+    Window& window() { return *_helmo.rootController().helmoWindow(); }
+    bool showsSongs() {
+        const auto tabs = _helmo.rootController().browserViewController()->tabs();
+        const auto songs = std::dynamic_pointer_cast<ZRNSongsViewController>(tabs->selectedViewController());
+        return songs && !songs->tableView()->indexPathsForVisibleRows().empty();
+    }
+
+    const TemporaryFolder _folder;
+    HelmoApplication _helmo;
+};
 
 }  // namespace
 
@@ -110,11 +152,15 @@ Figures measureScan() {
     const auto music = scanMusic(files);
     const auto [first, again] = measureScans(music);
     const auto tracksPerSecond = [](double taken) { return static_cast<double>(files) / taken * 1000; };
-    std::vector<double> rows;
-    for (int round = 0; round < rounds; ++round) rows.push_back(millisecondsToFirstRows(music));
+    std::vector<double> rows, frames;
+    for (int round = 0; round < rounds; ++round) {
+        rows.push_back(ScanningHelmo(music).millisecondsToFirstRows());
+        frames.push_back(ScanningHelmo(music).longestFrameWhileDragging());
+    }
     return {Figure::ratio("scan_rate", 0.7, tracksPerSecond(first.ours), tracksPerSecond(first.floor),
                           "tracks/s", Figure::Limit::AtLeast),
             Figure::plain("scan_first_rows_ms", 150, median(rows), 0, "ms"),
+            Figure::plain("scan_frame_ms", 16, median(frames), 0, "ms"),
             Figure::ratio("rescan", 2, again.ours, again.floor, "ms")};
 }
 

@@ -9,7 +9,7 @@ const std::vector<Benchmark>& allBenchmarks() {
         {{"frame_songs", "frame_now_playing", "tick_now_playing"}, measureFrames},
         {{"idle_frames", "idle_wakeups"}, measureIdle},
         {{"start"}, measureStart},
-        {{"scan_rate", "scan_first_rows_ms", "rescan"}, measureScan},
+        {{"scan_rate", "scan_first_rows_ms", "scan_frame_ms", "rescan"}, measureScan},
     };
     return benchmarks;
 }
