@@ -26,8 +26,9 @@ void requireThatAChangeChangesNothingElse(const std::string& text, helmo::Settin
         for (const char* changed : {"sort_by_artist", "music_folders"})
             if (key.name == std::string(changed)) changes[key.name] = key.text(values);
     const auto changedText = helmo::withSettings(text, changes);
-    require(helmo::isWholeSettingsText(changedText), "a changed file is whole");
-    require(helmo::readSettingsText(changedText, file).values == values, "a change changes nothing else");
+    if (!changedText) return;  // such a file is set aside
+    require(helmo::isWholeSettingsText(*changedText), "a changed file is whole");
+    require(helmo::readSettingsText(*changedText, file).values == values, "a change changes nothing else");
 }
 
 }  // namespace

@@ -163,8 +163,9 @@ TagReading readTags(Reader& reader) {
     reader.expect(tags.duration >= 0 && tags.duration <= maximumDuration);
     if (reader.flag()) {
         const auto seconds = reader.fixed<std::int64_t>();
-        reader.expect(seconds >= firstDate && seconds <= lastDate);
-        tags.releaseDate = zornic::Date(std::chrono::seconds(seconds));
+        const bool isOfAYear = seconds >= firstDate && seconds <= lastDate;
+        reader.expect(isOfAYear);
+        if (isOfAYear) tags.releaseDate = zornic::Date(std::chrono::seconds(seconds));
     }
     tags.picture = reader.fixed<std::int64_t>();
     reader.expect(tags.picture >= 0);

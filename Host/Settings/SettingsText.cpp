@@ -58,22 +58,30 @@ std::optional<std::string> edited(std::string text, const toml::table& table, co
     return result && *result == expected ? std::optional(text) : std::nullopt;
 }
 
+/** The change made in a text that is written anew: the comments go, the settings stay. Nullopt where the TOML
+   library can't write what it read, as a name with an apostrophe. */
+std::optional<std::string> rewritten(toml::table table, const std::string& name, const std::string& value) {
+    const auto change = parsed(name + " = " + value);
+    if (!change) return std::nullopt;
+    table.insert_or_assign(name, *change->get(name));
+    std::ostringstream whole;
+    whole << table << '\n';
+    auto text = whole.str();
+    const auto result = parsed(text);
+    return result && *result == table ? std::optional(std::move(text)) : std::nullopt;
+}
+
 }  // namespace
 
 bool isWholeSettingsText(const std::string& text) { return parsed(text).has_value(); }
 
-std::string withSettings(std::string text, const WrittenSettings& settings) {
+std::optional<std::string> withSettings(std::string text, const WrittenSettings& settings) {
     for (const auto& [name, value] : settings) {
-        auto table = parsed(text).value_or(toml::table());
-        if (auto result = edited(text, table, name, value)) {
-            text = std::move(*result);
-        } else if (const auto change = parsed(name + " = " + value)) {
-            // Written in a way that can't be edited in place: the comments go, the settings stay.
-            table.insert_or_assign(name, *change->get(name));
-            std::ostringstream whole;
-            whole << table << '\n';
-            text = whole.str();
-        }
+        const auto table = parsed(text).value_or(toml::table());
+        auto result = edited(text, table, name, value);
+        if (!result) result = rewritten(table, name, value);
+        if (!result) return std::nullopt;
+        text = std::move(*result);
     }
     return text;
 }

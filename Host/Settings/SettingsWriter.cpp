@@ -132,11 +132,15 @@ std::string SettingsWriter::save(const WrittenSettings& changes, const WrittenSe
     // Read anew: somebody may have edited it meanwhile.
     std::string problem;
     const auto text = settingsTextOf(file, problem);
-    if (text && isWholeSettingsText(*text)) return replaceFile(file, withSettings(*text, changes));
+    const bool isWhole = text && isWholeSettingsText(*text);
+    if (const auto changed = isWhole ? withSettings(*text, changes) : std::nullopt)
+        return replaceFile(file, *changed);
     const auto kept = nameForBroken(file);
     std::filesystem::rename(file, kept, failure);
     if (failure) return failure.message();
-    if (_log) _log(_file.string() + ": was broken; it is kept as " + kept.string());
+    if (_log)
+        _log(_file.string() + (isWhole ? ": can't be changed" : ": was broken") + "; it is kept as " +
+             kept.string());
     return replaceFile(file, newText(all));
 }
 

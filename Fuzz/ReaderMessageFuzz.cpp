@@ -1,7 +1,4 @@
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
-
+#include "Fuzz/Require.h"
 #include "Host/Reader/ReaderMessage.h"
 
 namespace {
@@ -13,24 +10,23 @@ MessageState takeOne(std::string_view& stream, ReaderReply& reply) {
     return take(stream, reply, largestPictureReply);
 }
 
-/** Takes `stream` apart message by message. What is taken for sound has to be the same after another journey.
- */
+/** Takes `stream` apart message by message. */
 template <class Message>
 void takeApart(std::string_view stream) {
     for (Message message; takeOne(stream, message) == MessageState::Whole;) {
         std::string once, twice;
         append(message, once);
         std::string_view again = once;
-        if (takeOne(again, message) != MessageState::Whole || !again.empty()) std::abort();
+        require(takeOne(again, message) == MessageState::Whole && again.empty(), "it is whole again");
         append(message, twice);
-        if (once != twice) std::abort();
+        require(once == twice, "it is the same after another journey");
     }
 }
 
 }  // namespace
 
 /** The first byte says what follows: requests or replies. */
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (size == 0) return 0;
     const std::string_view stream(reinterpret_cast<const char*>(data) + 1, size - 1);
     if (data[0] & 1)
