@@ -108,6 +108,8 @@ void JourneyFixture::start(std::vector<std::string> arguments) {
     _helmo = std::make_unique<HelmoProcess>(arguments, _home);
 }
 
+void JourneyFixture::addSong(const std::string& file, int seconds) { writeSilence(_music / file, seconds); }
+
 nlohmann::json JourneyFixture::perform(const Json& command) {
     Json answer = _helmo->ask(command);
     EXPECT_EQ(answer.value("ok", false), true) << command << ": " << answer;

@@ -21,6 +21,8 @@ protected:
 
     /** Starts helmo on the music folder, in place of one that runs. */
     void start(std::vector<std::string> arguments = {});
+    /** A song without tags, so that its file names it. */
+    void addSong(const std::string& file, int seconds);
 
     /** Does a command that must succeed; its answer. */
     Json perform(const Json& command);

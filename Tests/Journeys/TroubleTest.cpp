@@ -140,6 +140,23 @@ TEST_F(TroubleTest, FullDiskIsToldAndWhatDidNotFitComesWhenThereIsRoom) {
     EXPECT_THAT(titles(), SizeIs(10));
 }
 
+TEST_F(TroubleTest, MediumThatIsPulledOutWhileASongPlaysIsTold) {
+    addSong("An hour.wav", 3600);
+    start({"--realtime"});
+    advance(1);
+    tap("An hour");
+    ASSERT_EQ(player()["state"], "playing");
+    for (const auto& file : fs::directory_iterator(_music)) fs::resize_file(file, 0);
+    fs::remove_all(_music);
+    for (int look = 0; look < 40 && !isOnDisplay("Song skipped"); ++look) advance(0.25);
+    EXPECT_TRUE(isOnDisplay("Song skipped"));
+    EXPECT_TRUE(isOnDisplay("“An hour” can’t be played.") || isOnDisplay("7 songs can’t be played."));
+    for (int look = 0; look < 40 && player()["state"] != "stopped"; ++look) advance(0.25);
+    EXPECT_EQ(player()["state"], "stopped");
+    back();
+    EXPECT_FALSE(titles().empty()) << "until the next scan";
+}
+
 TEST_F(TroubleTest, MusicFolderThatIsNotThereIsNamed) {
     fs::rename(_music, _home / "away");
     start();
