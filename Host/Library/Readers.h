@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <functional>
 #include <mutex>
 #include <optional>
@@ -11,15 +12,14 @@
 namespace helmo {
 
 /** The reading connections: one for the main thread, which so never waits for another reader, one for all
-   other threads, and one for what takes long. What SQLite reports goes to a handler, and the reader gets its
-   fallback. Any thread. */
+   other threads, and one for what takes long; the latter two are opened when they are first needed. What
+   SQLite reports goes to a handler, and the reader gets its fallback. Any thread. */
 class Readers {
 public:
     using FailureHandler = std::function<void(const DatabaseError&)>;
 
     /** The database must exist. Throws. */
-    Readers(const std::filesystem::path& file, Database::Access access)
-        : _main(file, access, 2048, patienceOnMain), _others(file, access, 512), _long(file, access, 256) {}
+    Readers(std::filesystem::path file, Database::Access access);
     /** Called on the reading thread. Before the first reader. */
     void setFailureHandler(FailureHandler handler) { _failureHandler = std::move(handler); }
     /** Waits for those who read and closes the file. Whoever reads afterwards, for a list that is old by now,
@@ -42,20 +42,19 @@ private:
     static constexpr std::chrono::milliseconds patienceOnMain{100}, patience{5000};
 
     struct Connection {
-        /** `cache`: kilobytes of pages that it may keep. */
-        Connection(const std::filesystem::path& file, Database::Access access, int cache,
-                   std::chrono::milliseconds waiting = patience) {
-            database.emplace(file, access, waiting);
-            database->execute("PRAGMA cache_size = -" + std::to_string(cache));
-        }
-        std::mutex mutex;
-        std::optional<Database> database;
+        /** Pages that it may keep, in kilobytes. */
+        const int cache;
+        const std::chrono::milliseconds waiting = patience;
+        std::mutex mutex{};
+        std::optional<Database> database{};
     };
+    void open(Connection& connection);
     template <class T, class Read>
     T with(Connection& connection, T fallback, Read& read) {
         try {
             std::lock_guard lock(connection.mutex);
-            if (!connection.database) return fallback;
+            if (_isClosed) return fallback;
+            if (!connection.database) open(connection);
             return read(*connection.database);
         } catch (const DatabaseError& error) {
             if (_failureHandler) _failureHandler(error);
@@ -64,10 +63,13 @@ private:
     }
     Connection& connection();
 
+    const std::filesystem::path _file;
+    const Database::Access _access;
     FailureHandler _failureHandler;
-    Connection _main;
-    Connection _others;
-    Connection _long;
+    std::atomic<bool> _isClosed = false;
+    Connection _main{2048, patienceOnMain};
+    Connection _others{512};
+    Connection _long{256};
 };
 
 }  // namespace helmo
