@@ -4,6 +4,7 @@
 #include <cmath>
 #include <functional>
 #include <hb.h>
+#include <system_error>
 
 #include <pango/pangocairo.h>
 
@@ -199,17 +200,31 @@ PangoTextEngine::PangoTextEngine() : _layouts(layoutLimit) {
     cairo_font_options_set_hint_metrics(options.get(), CAIRO_HINT_METRICS_OFF);
     pango_cairo_context_set_font_options(_context.get(), options.get());
     pango_context_set_round_glyph_positions(_context.get(), FALSE);
+    try {
+        _opening = std::async(std::launch::async, [this] { openFonts(); });
+    } catch (const std::system_error&) {
+        openFonts();
+    }
 }
 
-PangoTextEngine::~PangoTextEngine() = default;
+PangoTextEngine::~PangoTextEngine() { waitForFonts(); }
 
-const std::string& PangoTextEngine::family() const {
-    if (!_family.empty()) return _family;
+void PangoTextEngine::openFonts() {
     _family = installedFamily(_context.get());
     if (_family.empty()) {
         _family = "sans";
         logLine("The font family Inter is not installed; texts are shown in the system's sans.");
     }
+    for (const double size : {17, 13, 11}) knownMetrics(Font::systemFont(size));
+    knownMetrics(Font::boldSystemFont(11));
+}
+
+void PangoTextEngine::waitForFonts() {
+    if (_opening.valid()) _opening.get();
+}
+
+const std::string& PangoTextEngine::family() {
+    waitForFonts();
     return _family;
 }
 
@@ -222,7 +237,7 @@ std::size_t PangoTextEngine::RequestHash::operator()(const TextRequest& request)
 
 PangoFontDescription* PangoTextEngine::description(const Font& font) const {
     PangoFontDescription* const description = pango_font_description_new();
-    pango_font_description_set_family(description, family().c_str());
+    pango_font_description_set_family(description, _family.c_str());
     pango_font_description_set_weight(description, pangoWeight(font.weight));
     pango_font_description_set_absolute_size(description, std::clamp(font.size, 1.0, 1000.0) * PANGO_SCALE);
     return description;
@@ -257,6 +272,7 @@ void PangoTextEngine::setAttributes(PangoLayout* layout, const TextRequest& requ
 }
 
 std::shared_ptr<const zornic::TextLayout> PangoTextEngine::layout(const TextRequest& request) {
+    waitForFonts();
     return isPlain(request) ? keptLayout(request) : keptLayout(cleaned(request));
 }
 
@@ -290,10 +306,10 @@ PangoTextEngine::Layout PangoTextEngine::makeLayout(const TextRequest& request) 
 }
 
 zornic::FontMetrics PangoTextEngine::metricsOf(const TextRequest& request) {
-    auto largest = metrics(request.font);
+    auto largest = knownMetrics(request.font);
     for (const auto& run : request.text.runs()) {
         if (!run.attributes.font) continue;
-        const auto other = metrics(*run.attributes.font);
+        const auto other = knownMetrics(*run.attributes.font);
         largest.ascent = std::max(largest.ascent, other.ascent);
         largest.descent = std::max(largest.descent, other.descent);
         largest.lineHeight = std::max(largest.lineHeight, other.lineHeight);
@@ -302,6 +318,11 @@ zornic::FontMetrics PangoTextEngine::metricsOf(const TextRequest& request) {
 }
 
 zornic::FontMetrics PangoTextEngine::metrics(const Font& font) {
+    waitForFonts();
+    return knownMetrics(font);
+}
+
+zornic::FontMetrics PangoTextEngine::knownMetrics(const Font& font) {
     const auto [place, isNew] = _metrics.try_emplace(font);
     if (isNew) place->second = measured(font);
     return place->second;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <future>
 #include <map>
 
 #include "Host/Display/PangoTextLayout.h"
@@ -17,7 +18,8 @@ public:
     /** No text is longer than this, in code points, once it is laid out: far more than any display shows. */
     static constexpr std::size_t maxLength = 4096;
 
-    /** Returns at once: the system's fonts are read on another thread, which the first text waits for. */
+    /** Returns at once: the system's fonts are read, and those that every screen shows opened, on another
+       thread, which the first text waits for. */
     PangoTextEngine();
     ~PangoTextEngine() override;
 
@@ -31,7 +33,7 @@ public:
     void prepareFallbacks();
     /** The family in use. Says so once on stderr where the usual one is missing; then it is the system's
        sans. */
-    const std::string& family() const;
+    const std::string& family();
 
 private:
     struct RequestHash {
@@ -44,6 +46,10 @@ private:
     };
     using Layout = std::shared_ptr<const PangoTextLayout>;
 
+    void openFonts();
+    /** Nobody uses Pango on another thread any more. */
+    void waitForFonts();
+    zornic::FontMetrics knownMetrics(const zornic::Font& font);
     Layout keptLayout(const zornic::TextRequest& request);
     Layout makeLayout(const zornic::TextRequest& request);
     zornic::FontMetrics measured(const zornic::Font& font);
@@ -52,9 +58,10 @@ private:
     void setAttributes(_PangoLayout* layout, const zornic::TextRequest& request) const;
 
     ObjectPointer<PangoContext> _context;
-    mutable std::string _family;  // empty until a text asks for it
+    std::string _family;
     std::map<zornic::Font, zornic::FontMetrics, FontOrder> _metrics;
     zornic::EvictingCache<zornic::TextRequest, Layout, RequestHash> _layouts;
+    std::future<void> _opening;
 };
 
 }  // namespace helmo
