@@ -24,6 +24,9 @@ constexpr int failure = 1;
 /** Real time that the first scan may take before automation answers nevertheless. */
 constexpr Duration scanLimit = std::chrono::minutes(10);
 
+/** From the font of one script to the next. */
+constexpr Duration fallbackInterval = std::chrono::milliseconds(40);
+
 /** What the silent engine of virtual time asks of a song: that it is there. */
 std::string whyNotPlayable(const std::string& location) {
     std::error_code error;
@@ -186,7 +189,10 @@ void HelmoApplication::didDrawFirstFrame() {
     _startMilliseconds = millisecondsSinceProcessStart();
     globalQueue(QueuePriority::Background).async([] { GStreamerEngine::prepare(); });
     _scanner->start();
-    _runLoop->async([this] { _textEngine->prepareFallbacks(); });
+    // One at a time, so that frames come in between.
+    _fallbacks = _runLoop->every(fallbackInterval, [this] {
+        if (!_textEngine->prepareNextFallback()) _fallbacks = {};
+    });
 }
 
 void HelmoApplication::handleMediaKey(MediaKey key) {

@@ -68,6 +68,7 @@ private:
     std::shared_ptr<ReaderProgram> _readerProgram;
     std::shared_ptr<HostImageLoader> _imageLoader;
     std::shared_ptr<PangoTextEngine> _textEngine;
+    zornic::Token _fallbacks;
     std::shared_ptr<SqliteMediaLibrary> _library;
     std::vector<std::filesystem::path> _musicFolders;
     std::unique_ptr<Scanner> _scanner;

@@ -1,6 +1,7 @@
 #include "Host/Display/PangoTextEngine.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <functional>
 #include <hb.h>
@@ -345,10 +346,11 @@ zornic::FontMetrics PangoTextEngine::measured(const Font& font) {
     return result;
 }
 
-void PangoTextEngine::prepareFallbacks() {
-    for (const char* const sample :
-         {"Ωλ Жя", "夜の歌", "月亮", "한국어", "أغنية", "שיר", "เพลง", "गीत", "♪→"})
-        layout({zornic::StyledText(sample), Font::systemFont(17)});
+bool PangoTextEngine::prepareNextFallback() {
+    constexpr std::array samples{"Ωλ Жя", "夜の歌", "月亮", "한국어", "أغنية", "שיר", "เพลง", "गीत", "♪→"};
+    if (_preparedFallbacks < samples.size())
+        layout({zornic::StyledText(samples[_preparedFallbacks++]), Font::systemFont(17)});
+    return _preparedFallbacks < samples.size();
 }
 
 }  // namespace helmo

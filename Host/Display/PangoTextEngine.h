@@ -28,9 +28,9 @@ public:
     std::shared_ptr<const zornic::TextLayout> layout(const zornic::TextRequest& request) override;
     zornic::FontMetrics metrics(const zornic::Font& font) override;
 
-    /** Opens the fonts of other scripts (about a tenth of a second), so that the first title in one of them
-       does not halt a scrolling list. For the time after the first frame. */
-    void prepareFallbacks();
+    /** Opens the font of one more script, which takes some milliseconds, so that the first title in it
+       doesn't halt a scrolling list. For the time after the first frame. False when all are open. */
+    bool prepareNextFallback();
     /** The family in use. Says so once on stderr where the usual one is missing; then it is the system's
        sans. */
     const std::string& family();
@@ -62,6 +62,7 @@ private:
     std::map<zornic::Font, zornic::FontMetrics, FontOrder> _metrics;
     zornic::EvictingCache<zornic::TextRequest, Layout, RequestHash> _layouts;
     std::future<void> _opening;
+    std::size_t _preparedFallbacks = 0;
 };
 
 }  // namespace helmo
