@@ -206,5 +206,41 @@ TEST(CairoCanvasTest, NoFrameScalesOrFiltersTheSamePictureAgain) {
     EXPECT_EQ(source->renderings, 2);
 }
 
+TEST(CairoCanvasTest, RunsOfATextKeepTheirColorsAndTheRestTakesTheGivenOne) {
+    PangoTextEngine engine;
+    const auto red = Color::rgb(0xFF0000), blue = Color::rgb(0x0000FF), green = Color::rgb(0x00FF00);
+    struct Case {
+        const char *first, *second;
+        bool isReversed, hasGround;
+    };
+    for (const auto& [first, second, isReversed, hasGround] :
+         {Case{"MM", "WW", false, false}, Case{"שש", "אא", true, false}, Case{"MM", "WW", false, true}}) {
+        zornic::StyledText text(first);
+        text.append(second, {{}, red, hasGround ? std::optional(blue) : std::nullopt});
+        const auto layout = engine.layout({text, {14, zornic::FontWeight::Regular}});
+        for (const double scale : {1.0, 1.5}) {
+            Board board(scale);
+            for (const double x : {2.0, 2.0}) board.canvas.drawText(*layout, {x, 4}, green);  // kept, too
+            const int middle = static_cast<int>((2 + layout->size().width / 2) * scale);
+            int wrongSide = 0, greens = 0, reds = 0, blues = 0;
+            for (int y = 0; y < 60; ++y)
+                for (int x = 0; x < 60; ++x) {
+                    const auto pixel = board.pixel(x, y);
+                    const bool isGreen = (pixel & 0xFF00) > 0x8000, isRed = (pixel & 0xFF0000) > 0x800000;
+                    greens += isGreen;
+                    reds += isRed;
+                    blues += (pixel & 0xFF) > 0x80;
+                    const bool isLeft = x<middle - 4, isRight = x> middle + 4;
+                    wrongSide += isReversed ? (isLeft && isGreen) || (isRight && isRed)
+                                            : (isLeft && isRed) || (isRight && isGreen);
+                }
+            EXPECT_GT(greens, 20) << first;
+            EXPECT_GT(reds, 20) << first;
+            EXPECT_EQ(blues > 20, hasGround) << first;
+            EXPECT_EQ(wrongSide, 0) << first << " " << scale;
+        }
+    }
+}
+
 }  // namespace
 }  // namespace helmo
