@@ -150,7 +150,9 @@ TEST_F(TroubleTest, MediumThatIsPulledOutWhileASongPlaysIsTold) {
     fs::remove_all(_music);
     for (int look = 0; look < 40 && !isOnDisplay("Song skipped"); ++look) advance(0.25);
     EXPECT_TRUE(isOnDisplay("Song skipped"));
-    EXPECT_TRUE(isOnDisplay("“An hour” can’t be played.") || isOnDisplay("7 songs can’t be played."));
+    // How many have failed by then is a matter of time.
+    EXPECT_FALSE(
+        nodes([](const Json& node) { return node.value("text", "").ends_with("can’t be played."); }).empty());
     for (int look = 0; look < 40 && player()["state"] != "stopped"; ++look) advance(0.25);
     EXPECT_EQ(player()["state"], "stopped");
     back();
