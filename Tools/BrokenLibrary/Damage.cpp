@@ -108,7 +108,7 @@ std::vector<Damage> noMusic() {
 
 std::vector<Damage> hostileTags() {
     return {
-        {"frame of two gigabytes", "mp3", Outcome::Kept,
+        {"frame of two gigabytes", "mp3", Outcome::KeptWithLine,
          withFrames([](Random&) { return id3Frame("TPE1", "\0Artist"s, 0x7fffffff); })},
         {"tag longer than the file", "mp3", Outcome::LeftOut, tagged([](Random&, const std::string& title) {
              return id3Tag(id3Text("TIT2", title), 0x0fffffff);
@@ -134,9 +134,9 @@ std::vector<Damage> hostileTags() {
         {"numbers beyond all numbers", "mp3", Outcome::KeptWithLine, withFrames([](Random&) {
              return id3Text("TRCK", "99999999999999999999999/2147483648") + id3Text("TYER", "4294967299");
          })},
-        {"control characters", "mp3", Outcome::Kept,
+        {"control characters", "mp3", Outcome::KeptWithLine,
          withFrames([](Random&) { return id3Text("TPE1", "Art\x01\x1b[31mist\r\n\tof\x7f the night"); })},
-        {"picture of rubbish", "mp3", Outcome::Kept,
+        {"picture of rubbish", "mp3", Outcome::KeptWithLine,
          withFrames([](Random& random) { return id3Picture(noise(random, 4000)); })},
         {"picture that breaks off", "mp3", Outcome::Kept, withFrames([](Random& random) {
              return id3Picture("\xff\xd8\xff\xe0\0\x10JFIF\0"s + noise(random, 500));
@@ -167,7 +167,8 @@ std::vector<Damage> hostileTags() {
          [](const Samples& samples, Random&, const std::string&) {
              return withFlacBlock(samples.of("flac").substr(0, 60), 6, "short", 0xffffff);
          }},
-        {"samples past the file", "wav", Outcome::Kept, overwritten("wav", "data", 4, "\xff\xff\xff\xff")},
+        {"samples past the file", "wav", Outcome::KeptWithLine,
+         overwritten("wav", "data", 4, "\xff\xff\xff\xff")},
     };
 }
 

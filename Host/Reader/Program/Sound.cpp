@@ -7,6 +7,7 @@
 #include <mp4file.h>
 #include <mpegfile.h>
 #include <wavfile.h>
+#include <xingheader.h>
 
 namespace helmo {
 
@@ -52,7 +53,14 @@ Sound soundOfCutWave(TagLib::File& file) {
     const auto channels = bytes.toUShort(2, false);
     const auto bytesPerSecond = bytes.toUInt(8, false);
     if (channels == 0 || bytesPerSecond == 0) return {0, noSound};
-    return {static_cast<double>(file.length() - data) / bytesPerSecond, {}};
+    return {static_cast<double>(file.length() - data) / bytesPerSecond, {}, true};
+}
+
+/** Of this kind of file some say how many bytes they have. */
+bool isCutMpeg(TagLib::File& file) {
+    const auto* mpeg = dynamic_cast<TagLib::MPEG::File*>(&file);
+    const auto* counts = mpeg ? mpeg->audioProperties()->xingHeader() : nullptr;
+    return counts && counts->isValid() && static_cast<long>(counts->totalSize()) > file.length();
 }
 
 bool hasFlacFrames(TagLib::File& file) {
@@ -87,7 +95,7 @@ Sound soundOf(TagLib::File& file) {
         // Rounded down to nothing: silence, or the frames are missing.
         if (audio->bitrate() == 0 && isA<TagLib::FLAC::File>(file) && !hasFlacFrames(file))
             return {0, cutOff};
-        return {audio->lengthInMilliseconds() / 1000.0, {}};
+        return {audio->lengthInMilliseconds() / 1000.0, {}, isCutMpeg(file)};
     }
     if (isA<TagLib::MPEG::File>(file)) return {0, isBareStream(file) ? "" : noSound};
     if (isA<TagLib::RIFF::WAV::File>(file)) return soundOfCutWave(file);

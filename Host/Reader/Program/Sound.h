@@ -14,6 +14,8 @@ struct Sound {
     double duration = 0;
     /** Why there is none; empty when there is sound. */
     std::string problem;
+    /** Whether there is less of it than the file says. */
+    bool isCutOff = false;
 };
 
 Sound soundOf(TagLib::File& file);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cctype>
 #include <cerrno>
 #include <cstring>
 #include <exception>
@@ -86,9 +87,17 @@ private:
     std::string clean(std::string_view name, const TagLib::String& value) {
         constexpr unsigned longest = 1024;
         if (value.isEmpty()) _hasEmpty = true;
-        if (value.size() <= longest) return cleanTagText(value.to8Bit(true));
-        note(std::string(name) + " is cut to 1024 characters");
-        return cleanTagText(value.substr(0, longest).to8Bit(true));
+        const bool isTooLong = value.size() > longest;
+        if (isTooLong) note(std::string(name) + " is cut to 1024 characters");
+        const std::string text = (isTooLong ? value.substr(0, longest) : value).to8Bit(true);
+        if (text.empty() && !value.isEmpty())
+            note(std::string(name) + " is not in the encoding that it names");
+        if (std::ranges::any_of(text, isControl)) note(std::string(name) + " holds control characters");
+        return cleanTagText(text);
+    }
+    /** Ends of lines and tabs are common, and no harm. */
+    static bool isControl(char byte) {
+        return (byte >= 0 && byte < ' ' && !std::isspace(static_cast<unsigned char>(byte))) || byte == 0x7F;
     }
 
     std::vector<std::pair<std::string, const TagLib::StringList*>> _values;
@@ -187,12 +196,41 @@ void noteUndecodedTexts(const TagLib::ID3v2::Tag& tag, Properties& properties) {
     }
 }
 
+/** Whether a frame of the tag at the beginning of `file` claims to reach beyond that tag. Of the version
+   whose sizes all programs write alike. */
+bool hasFrameBeyondTag(TagLib::File& file, const TagLib::ID3v2::Header& header) {
+    constexpr unsigned headerSize = 10, version = 3;
+    const unsigned end = header.tagSize() + headerSize;
+    for (unsigned at = headerSize; header.majorVersion() == version && at + headerSize <= end;) {
+        file.seek(static_cast<long>(at));
+        const TagLib::ByteVector frame = file.readBlock(headerSize);
+        if (frame.size() < headerSize || frame[0] == 0) break;  // nothing but padding is left
+        const unsigned size = frame.toUInt(4, true);
+        if (size > end - at - headerSize) return true;
+        at += headerSize + size;
+    }
+    return false;
+}
+
+/** Whether frames that were found fill the tag, but for padding: then all of them were. */
+bool isFilled(TagLib::File& file, const TagLib::ID3v2::Tag& tag) {
+    constexpr unsigned headerSize = 10;
+    unsigned end = headerSize;
+    for (const auto* frame : tag.frameList()) end += headerSize + frame->size();
+    if (end >= tag.header()->tagSize() + headerSize) return true;
+    file.seek(static_cast<long>(end));
+    return file.readBlock(1).startsWith(TagLib::ByteVector(1, '\0'));
+}
+
 void noteBrokenFrames(TagLib::File& file, Properties& properties) {
     auto* mpeg = dynamic_cast<TagLib::MPEG::File*>(&file);
     if (!mpeg || !mpeg->hasID3v2Tag()) return;
     const TagLib::ID3v2::Tag& tag = *mpeg->ID3v2Tag();
     if (static_cast<long>(tag.header()->completeTagSize()) > file.length())
         properties.note("its tag claims to be larger than the file");
+    const bool isPlain = !tag.header()->unsynchronisation() && !tag.header()->extendedHeader();
+    if (isPlain && !isFilled(file, tag) && hasFrameBeyondTag(file, *tag.header()))
+        properties.note("a frame claims to be larger than its tag");
     if (properties.hasEmpty()) noteUndecodedTexts(tag, properties);
 }
 
@@ -207,6 +245,7 @@ TagReading readOpened(TagLib::File& file, const Sound& sound, const std::filesys
     tags.duration = sound.duration;
     readPicture(file, properties, tags);
     noteBrokenFrames(file, properties);
+    if (sound.isCutOff) properties.note("it is cut off, its end is missing");
     reading.problem = properties.remarks();
     return reading;
 }
