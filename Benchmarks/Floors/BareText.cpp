@@ -6,7 +6,7 @@
 
 namespace helmo::benchmarks {
 
-BareText::BareText(double size) : _size(size) {
+BareText::BareText(double size) {
     const ObjectPointer<PangoFontMap> fonts(pango_cairo_font_map_new());
     _context.reset(pango_font_map_create_context(fonts.get()));
     const CairoPointer<cairo_font_options_t> options(cairo_font_options_create());

@@ -18,7 +18,6 @@ public:
 
 private:
     ObjectPointer<PangoContext> _context;
-    double _size;
 };
 
 }  // namespace helmo::benchmarks

@@ -91,13 +91,16 @@ void PangoTextLayout::divideIntoParts() {
             PangoFont* const font = item->item->analysis.font;
             if (hasColors(font) || (attributes && attributes->backgroundColor)) {
                 _parts.clear();
+                _pieces.clear();
                 return;
             }
-            const auto part = partOf(attributes ? attributes->color : std::nullopt);
-            _pieces.push_back({item, x, baseline(line), part});
             PangoRectangle ink, logical;
             pango_glyph_string_extents(item->glyphs, font, &ink, &logical);
-            _parts[part].ink = _parts[part].ink.united(inPoints(ink).offset({x, baseline(line)}));
+            if (ink.width > 0) {  // a blank between two colours is no part
+                const auto part = partOf(attributes ? attributes->color : std::nullopt);
+                _pieces.push_back({item, x, baseline(line), part});
+                _parts[part].ink = _parts[part].ink.united(inPoints(ink).offset({x, baseline(line)}));
+            }
             x += pango_units_to_double(logical.width);
         }
     }
