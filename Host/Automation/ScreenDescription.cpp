@@ -60,10 +60,14 @@ json describedRow(const TableViewCell& cell) {
     // A named image is one of the library's placeholders.
     const bool artwork =
         artworkCell && artworkCell->artworkImage() && artworkCell->artworkImage().name().empty();
-    return {{"section", cell.indexPath().section()}, {"row", cell.indexPath().row()},
-            {"title", cell.textLabel()->text()},     {"detail", cell.detailTextLabel()->text()},
-            {"accessory", accessoryName(cell)},      {"artwork", artwork},
-            {"selected", cell.isSelected()},         {"focused", cell.isFocused()},
+    return {{"section", cell.indexPath().section()},
+            {"row", cell.indexPath().row()},
+            {"title", cell.titleText()},
+            {"detail", cell.detailText()},
+            {"accessory", accessoryName(cell)},
+            {"artwork", artwork},
+            {"selected", cell.isSelected()},
+            {"focused", cell.isFocused()},
             {"playing", cell.showsPlayingMark()}};
 }
 

@@ -33,9 +33,9 @@ struct ScreenSize {
 /** Everything that the driver may choose and that lasts. A value. */
 struct SettingsValues {
     std::vector<std::filesystem::path> musicFolders;
-    /** Short identifiers, in the order of the tabs. */
-    std::vector<std::string> tabs{"playlists", "artists",      "songs",    "albums",
-                                  "genres",    "compilations", "composers"};
+    /** Short identifiers, in the order of the tabs: what every library has comes first. */
+    std::vector<std::string> tabs{"artists",      "albums",    "songs",      "playlists", "genres",
+                                  "compilations", "composers", "audiobooks", "brivomix"};
     bool sortByArtist = false;
     bool groupByAlbumArtist = false;
     /** 0 off, 1 on. */

@@ -2,17 +2,8 @@
 
 #include "Platform/LibraryKit/QueryTableViewController.h"
 #include "Platform/Media/MediaItem.h"
-#include "Utilities/ZRNHelmoBundle.h"
 
 namespace zornic {
-namespace {
-
-std::string orText(const Value& value, const char* key) {
-    return value.asText().empty() ? ZRNLocalizedString(key) : value.asText();
-}
-
-}  // namespace
-
 const ZRNSongCellConfiguration& ZRNSongCellConfiguration::instance() {
     static const ZRNSongCellConfiguration configuration;
     return configuration;
@@ -32,12 +23,13 @@ void ZRNSongCellConfiguration::configureCellWithViewControllerEntityAtIndexAnima
     const std::shared_ptr<TableViewCell>& cell, QueryTableViewController& viewController,
     const std::shared_ptr<MediaEntity>& entity, std::uint64_t, bool) const {
     const Dictionary values = entity->valuesForProperties(mediaEntityPropertiesToFetch());
-    cell->textLabel()->setText(orText(valueForKey(values, MediaItemProperty::Title), "UNKNOWN_TITLE"));
+    cell->textLabel()->setText(
+        textOrLocalized(valueForKey(values, MediaItemProperty::Title), "UNKNOWN_TITLE"));
 
-    StyledText detail(orText(valueForKey(values, MediaItemProperty::Artist), "UNKNOWN_ALBUM_ARTIST"),
+    StyledText detail(textOrLocalized(valueForKey(values, MediaItemProperty::Artist), "UNKNOWN_ALBUM_ARTIST"),
                       {.font = {}, .color = labelDefaultColor(), .backgroundColor = {}});
     detail.append(" ");
-    detail.append(orText(valueForKey(values, MediaItemProperty::AlbumTitle), "UNKNOWN_ALBUM"),
+    detail.append(textOrLocalized(valueForKey(values, MediaItemProperty::AlbumTitle), "UNKNOWN_ALBUM"),
                   {.font = {}, .color = _externalSystemGrayColor(), .backgroundColor = {}});
     cell->detailTextLabel()->setStyledText(std::move(detail));
 

@@ -14,11 +14,6 @@ bool sortsByArtist() {
     return defaults && defaults->isSortByArtistEnabled();
 }
 
-bool groupsByAlbumArtist() {
-    const auto defaults = ZRNSharedDefaults();
-    return defaults && defaults->isGroupByAlbumArtistEnabled();
-}
-
 std::shared_ptr<MediaQuery> songs() {
     const auto query = MediaQuery::songsQuery();
     if (sortsByArtist())
@@ -28,7 +23,7 @@ std::shared_ptr<MediaQuery> songs() {
 
 std::shared_ptr<MediaQuery> artists() {
     const auto query = MediaQuery::artistsQuery();
-    if (groupsByAlbumArtist()) query->setGroupingType(MediaGrouping::AlbumArtist);
+    if (ZRNGroupsByAlbumArtist()) query->setGroupingType(MediaGrouping::AlbumArtist);
     return ZRN_sanitizedQueryForQuery(*query);
 }
 
@@ -36,7 +31,7 @@ std::shared_ptr<MediaQuery> albums() {
     const auto query = MediaQuery::albumsQuery();
     if (sortsByArtist())
         query->_setOrderingProperties(
-            {groupsByAlbumArtist() ? MediaItemProperty::AlbumArtist : MediaItemProperty::Artist,
+            {ZRNGroupsByAlbumArtist() ? MediaItemProperty::AlbumArtist : MediaItemProperty::Artist,
              MediaItemProperty::AlbumTitle});
     return ZRN_sanitizedQueryForQuery(*query);
 }

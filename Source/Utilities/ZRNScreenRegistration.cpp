@@ -1,7 +1,20 @@
+#include "Cell Configurations/ZRNAlbumCellConfiguration.h"
+#include "Cell Configurations/ZRNAlbumTracksCellConfiguration.h"
+#include "Cell Configurations/ZRNComposerCellConfiguration.h"
+#include "Cell Configurations/ZRNGenreCellConfiguration.h"
+#include "Cell Configurations/ZRNPlaylistCellConfiguration.h"
 #include "Cell Configurations/ZRNSongCellConfiguration.h"
+#include "Data Sources/ZRNArtistAlbumsDataSource.h"
+#include "Data Sources/ZRNArtistsDataSource.h"
+#include "Data Sources/ZRNPlaylistsDataSource.h"
 #include "Data Sources/ZRNQueryDataSource.h"
 #include "Platform/LibraryKit/ScreenRegistry.h"
 #include "Utilities/ViewControllerZornicAdditions.h"
+#include "View Controllers/ZRNAlbumsDetailViewController.h"
+#include "View Controllers/ZRNAlbumsViewController.h"
+#include "View Controllers/ZRNComposersViewController.h"
+#include "View Controllers/ZRNGenresViewController.h"
+#include "View Controllers/ZRNPlaylistsViewController.h"
 #include "View Controllers/ZRNSongsViewController.h"
 
 namespace zornic {
@@ -35,9 +48,47 @@ void registerScreen(const char* identifier, EntityType entityType,
         identifier, std::move(attributes), std::move(handler));
 }
 
+std::shared_ptr<MediaQuery> visiblePlaylists() {
+    auto query = MediaQuery::playlistsQuery();
+    query->addFilterPredicate(MediaPredicate::property(MediaPlaylistProperty::IsHidden, false));
+    query->addFilterPredicate(MediaPredicate::property(MediaPlaylistProperty::IsBrivoMix, false));
+    return query;
+}
+
+/** The query of a host's tab that fetches what the rows show. */
+template <class Configuration>
+std::shared_ptr<MediaQuery> queryWithRowValues(std::shared_ptr<MediaQuery> query) {
+    query->setCollectionPropertiesToFetch(Configuration::instance().collectionPropertiesToFetch());
+    return query;
+}
+
 }  // namespace
 
 void ZRN_registerViewControllerIdentifiers() {
+    registerScreen<ZRNAlbumTracksCellConfiguration, ZRNArtistAlbumsDataSource, ZRNAlbumsDetailViewController>(
+        ZRNAlbumsDetailViewControllerIdentifier, EntityType::Items, nullptr);
+    registerScreen<ZRNArtistCellConfiguration, ZRNArtistsDataSource, ZRNArtistsViewController>(
+        ZRNArtistsViewControllerIdentifier, EntityType::Collections, [] {
+            return queryWithRowValues<ZRNArtistCellConfiguration>(
+                ZRN_queryForIdentifier(ZRN_MusicLegacyArtistsViewControllerIdentifier));
+        });
+    registerScreen<ZRNGenreCellConfiguration, ZRNQueryDataSource, ZRNGenresViewController>(
+        ZRNGenresViewControllerIdentifier, EntityType::Collections, [] {
+            return ZRN_sanitizedQueryForQuery(
+                *queryWithRowValues<ZRNGenreCellConfiguration>(MediaQuery::genresQuery()));
+        });
+    registerScreen<ZRNComposerCellConfiguration, ZRNQueryDataSource, ZRNComposersViewController>(
+        ZRNComposersViewControllerIdentifier, EntityType::Collections, [] {
+            return queryWithRowValues<ZRNComposerCellConfiguration>(
+                ZRN_queryForIdentifier(ZRN_MusicLegacyComposersViewControllerIdentifier));
+        });
+    registerScreen<ZRNPlaylistCellConfiguration, ZRNPlaylistsDataSource, ZRNPlaylistsViewController>(
+        ZRNPlaylistsViewControllerIdentifier, EntityType::Collections, visiblePlaylists);
+    registerScreen<ZRNAlbumCellConfiguration, ZRNQueryDataSource, ZRNAlbumsViewController>(
+        ZRNAlbumsViewControllerIdentifier, EntityType::Collections, [] {
+            return queryWithRowValues<ZRNAlbumCellConfiguration>(
+                ZRN_queryForIdentifier(ZRN_MusicLegacyAlbumsViewControllerIdentifier));
+        });
     registerScreen<ZRNSongCellConfiguration, ZRNQueryDataSource, ZRNSongsViewController>(
         ZRNSongsViewControllerIdentifier, EntityType::Items,
         [] { return ZRN_queryForIdentifier(ZRN_MusicLegacySongsViewControllerIdentifier); });

@@ -19,6 +19,11 @@ std::shared_ptr<ApplicationDefaults> ZRNSharedDefaults() { return sharedDefaults
 
 void ZRNSetSharedDefaults(std::shared_ptr<ApplicationDefaults> defaults) { sharedDefaults().swap(defaults); }
 
+bool ZRNGroupsByAlbumArtist() {
+    const auto defaults = ZRNSharedDefaults();
+    return defaults && defaults->isGroupByAlbumArtistEnabled();
+}
+
 std::shared_ptr<AVController> ZRNSharedAVPlayer() { return sharedPlayer(); }
 
 void ZRNSetSharedAVPlayer(std::shared_ptr<AVController> player) { sharedPlayer().swap(player); }

@@ -5,11 +5,17 @@
 #include "Platform/Foundation/DispatchQueue.h"
 #include "Platform/LibraryKit/ScreenRegistry.h"
 #include "Platform/Media/MediaLibrary.h"
+#include "Platform/Media/MediaProperty.h"
+#include "Platform/Media/MediaQuery.h"
 #include "Platform/Toolkit/AlertController.h"
 #include "Platform/Toolkit/ScrollView.h"
 #include "Utilities/ViewControllerZornicAdditions.h"
 #include "Utilities/ZRNHelmoBundle.h"
+#include "Utilities/ZRNViewControllerIdentifiers.h"
+#include "View Controllers/ZRNAudiobooksTableViewController.h"
+#include "View Controllers/ZRNBrivoMixesViewController.h"
 #include "View Controllers/ZRNBrowserTabs.h"
+#include "View Controllers/ZRNCompilationsTableViewController.h"
 #include "View Controllers/ZRNMusicNowPlayingViewController.h"
 #include "View Controllers/ZRNNowPlayingNavigationController.h"
 #include "View Controllers/ZRNTableViewController.h"
@@ -133,13 +139,30 @@ std::shared_ptr<ViewController> ZRNBrowserViewController::reusableScreen(
 std::shared_ptr<ViewController> ZRNBrowserViewController::_createViewControllerForIdentifier(
     const std::string& identifier) {
     const auto* tab = ZRNBrowserTabForIdentifier(identifier);
-    const std::shared_ptr<ViewController> screen =
-        tab ? ScreenRegistry::shared().viewControllerForIdentifier(identifier) : nullptr;
+    if (!tab) return nullptr;
+    auto screen = listForIdentifier(identifier);
+    if (!screen) screen = ScreenRegistry::shared().viewControllerForIdentifier(identifier);
     if (!screen) return nullptr;
     const TabBarItem item = ZRNTabBarItem(*tab);
     if (tab->titlesScreen) screen->setTitle(item.title);
     screen->setTabBarItem(item);
     return screen;
+}
+
+std::shared_ptr<ViewController> ZRNBrowserViewController::listForIdentifier(
+    const std::string& identifier) const {
+    const auto provider = _serviceProvider.lock();
+    if (identifier == ZRNBrivoMixesViewControllerIdentifier) {
+        const auto query = MediaQuery::brivoMixesQuery();
+        query->addFilterPredicate(
+            MediaPredicate::property(MediaPlaylistProperty::IsActiveBrivoPlaylist, false));
+        return make<ZRNBrivoMixesViewController>(query, _player, provider);
+    }
+    if (identifier == ZRNAudiobooksViewControllerIdentifier)
+        return make<ZRNAudiobooksTableViewController>(MediaQuery::audiobooksQuery(), _player, provider);
+    if (identifier == ZRNCompilationsViewControllerIdentifier)
+        return make<ZRNCompilationsTableViewController>(MediaQuery::compilationsQuery(), _player, provider);
+    return nullptr;
 }
 
 void ZRNBrowserViewController::updateNoContentView(const std::shared_ptr<ViewController>& screen,

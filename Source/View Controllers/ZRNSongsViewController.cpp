@@ -1,8 +1,6 @@
 #include "View Controllers/ZRNSongsViewController.h"
 
 #include "Cell Configurations/ZRNShuffleActionCellConfiguration.h"
-#include "Platform/Toolkit/NavigationController.h"
-#include "Utilities/ZRNShared.h"
 
 namespace zornic {
 
@@ -20,15 +18,7 @@ bool ZRNSongsViewController::shouldShowActionCellConfiguration(
 
 void ZRNSongsViewController::tableViewDidSelectRowAtIndexPath(TableView& table, const IndexPath& indexPath) {
     const auto self = strong(this);
-    const std::uint64_t index = dataSourceIndexForIndexPath(indexPath);
-    const auto context = std::dynamic_pointer_cast<QueryPlaybackContext>(
-        index == NotFound ? nullptr : queryDataSource()->playbackContextForIndex(index));
-    // A song that has just gone from the library starts nothing; its row is about to go too.
-    if (context && context->startIndex() != NotFound) {
-        if (const auto player = ZRNSharedAVPlayer()) player->reloadWithPlaybackContext(context);
-        if (auto* navigation = navigationController())
-            navigation->ZRN_pushNowPlayingViewControllerAnimated(true);
-    }
+    playFromRowAtIndexPath(indexPath);
     ZRNTableViewController::tableViewDidSelectRowAtIndexPath(table, indexPath);
 }
 

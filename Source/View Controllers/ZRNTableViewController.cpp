@@ -1,5 +1,6 @@
 #include "View Controllers/ZRNTableViewController.h"
 
+#include "Platform/Foundation/DispatchQueue.h"
 #include "Platform/Toolkit/NavigationController.h"
 #include "Utilities/ZRNHelmoScreen.h"
 #include "Utilities/ZRNShared.h"
@@ -11,6 +12,13 @@ namespace zornic {
 void ZRNTableViewController::didMake() {
     QueryTableViewController::didMake();
     setShouldDeselectImmediately(false);
+    _defaultsObservation = NotificationCenter::defaultCenter().observe(
+        ApplicationDefaultsDidChangeNotification, ZRNSharedDefaults().get(),
+        [weakSelf = weak(this)](const Notification&) {
+            mainQueue().async([weakSelf] {
+                if (const auto self = weakSelf.lock()) self->defaultsDidChange();
+            });
+        });
 }
 
 std::shared_ptr<View> ZRNTableViewController::preferredFocusedItem() {
@@ -75,6 +83,27 @@ void ZRNTableViewController::_itemChanged(const Notification& notification) {
 
 void ZRNTableViewController::_ZRN_nowPlayingButtonAction(const std::shared_ptr<Control>&) {
     if (auto* navigation = navigationController()) navigation->ZRN_pushNowPlayingViewControllerAnimated(true);
+}
+
+void ZRNTableViewController::playFromRowAtIndexPath(const IndexPath& indexPath) {
+    const std::uint64_t index = dataSourceIndexForIndexPath(indexPath);
+    const auto context = std::dynamic_pointer_cast<QueryPlaybackContext>(
+        index == NotFound ? nullptr : queryDataSource()->playbackContextForIndex(index));
+    // A song that has just gone from the library starts nothing; its row is about to go too.
+    if (context && context->startIndex() != NotFound) play(context);
+}
+
+void ZRNTableViewController::play(const std::shared_ptr<PlaybackContext>& context) {
+    if (const auto player = ZRNSharedAVPlayer()) player->reloadWithPlaybackContext(context);
+    if (auto* navigation = navigationController()) navigation->ZRN_pushNowPlayingViewControllerAnimated(true);
+}
+
+void ZRNTableViewController::pushKeepingBar(const std::shared_ptr<ViewController>& next) {
+    auto* navigation = navigationController();
+    if (!navigation || !next) return;
+    next->navigationItem()->setPrompt(navigationItem()->prompt());
+    next->navigationItem()->setRightBarButtonItem(navigationItem()->rightBarButtonItem());
+    navigation->pushViewController(next, true);
 }
 
 }  // namespace zornic

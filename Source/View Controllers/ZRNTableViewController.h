@@ -37,10 +37,19 @@ public:
     /** Shows Now Playing. */
     void _ZRN_nowPlayingButtonAction(const std::shared_ptr<Control>& sender);
 
+protected:
+    /** Plays the list from a row and shows Now Playing; nothing for an action row, nor for a row whose item
+       has gone. */
+    void playFromRowAtIndexPath(const IndexPath& indexPath);
+    /** Plays it on the shared player and shows Now Playing. */
+    void play(const std::shared_ptr<PlaybackContext>& context);
+    /** Shows a list that this one leads to, with this one's prompt and Now Playing button from the start. */
+    void pushKeepingBar(const std::shared_ptr<ViewController>& next);
+
 private:
     std::shared_ptr<View> _nowPlayingButton;
     bool _shouldHideIndexTitles = false;
-    Observation _itemObservation;
+    Observation _itemObservation, _defaultsObservation;
 };
 
 }  // namespace zornic

@@ -1,5 +1,6 @@
 #include "View Controllers/ZRN_OLD_TableViewController.h"
 
+#include "Platform/Media/ArtworkCatalog.h"
 #include "Platform/Toolkit/NavigationController.h"
 #include "Utilities/MediaItemHelmo.h"
 #include "Utilities/ZRNHelmoScreen.h"
@@ -21,6 +22,19 @@ void removeAlbumArt(TableViewCell& cell) {
     if (const auto art = cell.viewWithTag(albumArtTag)) art->removeFromSuperview();
 }
 
+/** The picture that is not at hand yet; it never arrives in a row that has got another one. */
+void loadAlbumArt(const MediaItem& item, const std::shared_ptr<ImageView>& art) {
+    const auto catalog = item.artworkCatalog();
+    if (!catalog) return;
+    const auto screen = ZRNHelmoScreen();
+    catalog->setFittingSize(albumArtSize);
+    catalog->setDestinationScale(screen ? screen->scale() : 1);
+    catalog->setDestination(art, [weakArt = std::weak_ptr(art)](const Image& image) {
+        const auto destination = weakArt.lock();
+        if (destination && image) destination->setImage(image);
+    });
+}
+
 }  // namespace
 
 ZRN_OLD_TableViewController::ZRN_OLD_TableViewController(
@@ -39,7 +53,9 @@ std::shared_ptr<ImageView> ZRN_OLD_TableViewController::addAlbumArtViewFromItemT
     const bool doubleLine = rowHeight > singleLineRowHeight;
     const Image image = item ? albumImageWithFallbackForSizeDoubleLineRow(*item, albumArtSize, doubleLine)
                              : ZRNAlbumPlaceholderImageWithStyle(doubleLine ? 1 : 0);
-    return addAlbumArtViewWithImageToCellRowHeight(image, cell, rowHeight);
+    const auto art = addAlbumArtViewWithImageToCellRowHeight(image, cell, rowHeight);
+    if (art && item) loadAlbumArt(*item, art);
+    return art;
 }
 
 std::shared_ptr<ImageView> ZRN_OLD_TableViewController::addAlbumArtViewWithImageToCellRowHeight(

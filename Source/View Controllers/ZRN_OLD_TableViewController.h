@@ -27,7 +27,8 @@ public:
     void setAlwaysShowNavBar(bool shows) { _alwaysShowNavBar = shows; }
 
     /** Adds the item's cover, or a placeholder without an item, to a row; rows higher than 44 points are of
-       two lines. None without a cell. */
+       two lines. A cover that is not at hand takes the placeholder's place when it is. None without a cell.
+     */
     static std::shared_ptr<ImageView> addAlbumArtViewFromItemToCellRowHeight(
         const std::shared_ptr<MediaItem>& item, const std::shared_ptr<TableViewCell>& cell, double rowHeight);
     /** Adds a picture at the left of a row, instead of an earlier one; none without picture or cell. */

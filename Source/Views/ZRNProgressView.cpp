@@ -58,9 +58,9 @@ void ZRNProgressView::setPlaybackTimeDuration(double elapsed, double duration) {
                std::isfinite(elapsed)) {
         const double played = std::max(elapsed, 0.0);
         _progress = static_cast<float>(std::min(played / duration, 1.0));
-        elapsedText = progressString(wholeSeconds(played), false);
+        elapsedText = progressString(wholeSeconds(played), ProgressKind::Time);
         const double remaining = std::max(duration - std::floor(played), 0.0);
-        remainingText = progressString(-wholeSeconds(remaining), true);
+        remainingText = progressString(-wholeSeconds(remaining), ProgressKind::Remaining);
     } else {
         hasPlace = false;
     }

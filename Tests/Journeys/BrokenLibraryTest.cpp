@@ -40,6 +40,7 @@ protected:
         _helmo = std::make_unique<HelmoProcess>(
             std::vector<std::string>{"--data", (_home / "data").string(), "--music", _folder.string()},
             _home);
+        openSongs();
     }
     std::ptrdiff_t linesNaming(const std::string& text) {
         return std::ranges::count_if(_helmo->log(),

@@ -116,6 +116,18 @@ nlohmann::json JourneyFixture::perform(const Json& command) {
     return answer;
 }
 
+void JourneyFixture::openSongs() {
+    if (settings()["uiMode"] != 2) return tap("Songs");
+    turn(-20);
+    turnTo("Songs");
+    press();
+}
+
+void JourneyFixture::turnTo(const std::string& text) {
+    for (int turns = 0; turns < 20 && !focused().value("text", "").starts_with(text); ++turns) turn(1);
+    ASSERT_TRUE(focused().value("text", "").starts_with(text)) << "the knob does not get to " << text;
+}
+
 void JourneyFixture::tap(const std::string& text) {
     perform({{"do", "tap"}, {"text", text}});
     advance(1);

@@ -26,11 +26,15 @@ protected:
 
     /** Does a command that must succeed; its answer. */
     Json perform(const Json& command);
+    /** Opens the list of all songs as a driver does, with the knob or a finger. */
+    void openSongs();
     /** Taps the first view that shows `text`, and lets movements end. */
     void tap(const std::string& text);
     /** Taps the centre of the view that shows the named image, and holds for `seconds`. */
     void tapImage(const std::string& image, double seconds = 0);
     void turn(int detents) { perform({{"do", "knob"}, {"turn", detents}}); }
+    /** Turns the knob clockwise until what is focused begins with `text`. */
+    void turnTo(const std::string& text);
     void press();
     void back();
     void advance(double seconds) { perform({{"do", "advance"}, {"seconds", seconds}}); }

@@ -12,10 +12,6 @@ const std::string nowPlayingScreen = "ZRNMusicNowPlayingViewController";
 /** What a driver hears, on one of the touch displays or with the knob. */
 class ListeningTest : public JourneyFixture {
 protected:
-    void turnTo(const std::string& text) {
-        for (int turns = 0; turns < 20 && !focused().value("text", "").starts_with(text); ++turns) turn(1);
-        ASSERT_THAT(focused().value("text", ""), StartsWith(text)) << "the knob does not get there";
-    }
     void expectNowPlaying(const std::string& title, const std::string& artist, const std::string& album) {
         ASSERT_EQ(frontScreen(), nowPlayingScreen);
         for (const auto& text : {title, artist, album}) EXPECT_TRUE(isOnDisplay(text)) << text;
@@ -27,7 +23,7 @@ class TouchListeningTest : public ListeningTest, public testing::WithParamInterf
 
 TEST_P(TouchListeningTest, DriverChoosesASongWindsForwardPausesAndComesBackToIt) {
     start({"--mode", GetParam()});
-    tap("Songs");
+    openSongs();
     const auto songs = titles();
     ASSERT_GE(songs.size(), 3u);
     EXPECT_THAT(playingTitles(), IsEmpty());
@@ -69,6 +65,7 @@ INSTANTIATE_TEST_SUITE_P(Modes, TouchListeningTest, testing::Values("touch", "lo
 
 TEST_F(ListeningTest, KnobAloneDoesTheSame) {
     start({"--mode", "knob"});
+    openSongs();
     turnTo("Café an der Brücke");
     press();
     expectNowPlaying("Café an der Brücke", "Jörg Übel", "Größenwahn");
@@ -102,6 +99,7 @@ TEST_F(ListeningTest, KnobAloneDoesTheSame) {
 
 TEST_F(ListeningTest, SongsFollowEachOtherAndNowPlayingClosesAfterTheLast) {
     start({"--screen", "800x720"});
+    openSongs();
     const auto songs = titles();
     ASSERT_EQ(songs.size(), 10u) << "the whole list is in view";
     tap(songs[8]);
@@ -124,7 +122,7 @@ TEST_F(ListeningTest, SongsFollowEachOtherAndNowPlayingClosesAfterTheLast) {
 
 TEST_F(ListeningTest, SongWhoseFileIsGoneIsSkippedAndTheDriverIsTold) {
     start();
-    tap("Songs");
+    openSongs();
     ASSERT_TRUE(std::filesystem::remove(_music / "break.wav"));
     tap("The Breakwater");
     advance(2);
@@ -139,7 +137,7 @@ TEST_F(ListeningTest, SongWhoseFileIsGoneIsSkippedAndTheDriverIsTold) {
 
 TEST_F(ListeningTest, WithoutAnyFileLeftTheDriverIsBackAtTheListAndTold) {
     start();
-    tap("Songs");
+    openSongs();
     std::filesystem::remove_all(_music);
     tap("The Breakwater");
     advance(2);

@@ -67,8 +67,8 @@ protected:
 TEST_P(PictureTest, SongsAndNowPlayingLookAsTheyDid) {
     const std::string mode = GetParam();
     start({"--screen", "400x240", "--mode", mode});
+    openSongs();
     if (mode == "knob") {
-        turn(-20);
         turn(2);
         compare("knob-songs");
         press();

@@ -30,6 +30,7 @@ protected:
 
 TEST_F(ProtocolTest, EveryLineThatCannotBeDoneIsRefusedInASentenceAndChangesNothing) {
     start();
+    openSongs();
     tap("Amber Road");
     back();
     const Json before = everything();
@@ -94,6 +95,7 @@ TEST_F(ProtocolTest, AnswersComeOneALineInOrderAndNothingElseDoes) {
     std::ofstream(_music / "broken.flac") << "no music";
     std::ofstream(_music / "broken.m3u") << "missing.mp3\n";
     start();
+    openSongs();
     // All at once, as a script in a pipe does.
     std::string lines;
     for (int i = 0; i < 200; ++i)
@@ -113,6 +115,7 @@ TEST_F(ProtocolTest, AnswersComeOneALineInOrderAndNothingElseDoes) {
 
 TEST_F(ProtocolTest, QuitEndsItAtOnce) {
     start();
+    openSongs();
     _helmo->send("{\"do\":\"quit\"}\n{\"do\":\"screens\"}\n");
     std::string output;
     EXPECT_EQ(_helmo->finish(&output), 0);

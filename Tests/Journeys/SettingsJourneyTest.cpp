@@ -21,6 +21,7 @@ protected:
 
 TEST_F(SettingsJourneyTest, ListModeAndTabsFollowTheSettingsAtOnce) {
     start({"--screen", "800x720"});
+    openSongs();
     const auto byTitle = titles();
     ASSERT_EQ(byTitle.size(), 10u);
     set("sortByArtist", true);
@@ -55,6 +56,7 @@ TEST_F(SettingsJourneyTest, ListModeAndTabsFollowTheSettingsAtOnce) {
 TEST_F(SettingsJourneyTest, DataFolderKeepsLibraryAndChoicesFromOneRunToTheNext) {
     const fs::path data = _home / "data";
     start({"--data", data.string()});
+    openSongs();
     set("sortByArtist", true);
     const auto songs = titles();
     tap(songs.front());
@@ -69,6 +71,7 @@ TEST_F(SettingsJourneyTest, DataFolderKeepsLibraryAndChoicesFromOneRunToTheNext)
     std::ofstream(file, std::ios::in | std::ios::binary) << std::string(fs::file_size(file), '?');
     fs::last_write_time(file, written);
     start({"--data", data.string()});
+    openSongs();
     EXPECT_EQ(settings(), expected);
     EXPECT_EQ(player()["shuffle"], 1);
     EXPECT_EQ(titles(), songs);
@@ -77,6 +80,7 @@ TEST_F(SettingsJourneyTest, DataFolderKeepsLibraryAndChoicesFromOneRunToTheNext)
 
 TEST_F(SettingsJourneyTest, WithoutADataFolderNothingIsLeftBehind) {
     start();
+    openSongs();
     tap("Amber Road");
     set("sortByArtist", true);
     tap("Shuffle off");

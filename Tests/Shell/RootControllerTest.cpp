@@ -73,8 +73,6 @@ TEST_F(RootControllerTest, WithoutAScreenEverythingButTheWindowWorks) {
     EXPECT_EQ(root->helmoWindow(), nullptr);
     root->showNowPlaying();
     root->setPlayer(player);
-    root->setServiceProvider(make<FakeServiceProvider>());
-    EXPECT_EQ(root->serviceProvider(), nullptr) << "held weakly";
     const auto provider = make<FakeServiceProvider>();
     root->setServiceProvider(provider);
     EXPECT_EQ(root->browserViewController()->player(), player);

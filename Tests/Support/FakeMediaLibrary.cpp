@@ -152,6 +152,28 @@ void FakeMediaLibrary::setArtwork(const std::string& token) {
     _artwork.insert(token);
 }
 
+void FakeMediaLibrary::setChapters(PersistentID item, std::vector<MediaChapter> chapters) {
+    std::lock_guard lock(_mutex);
+    _chapters[item] = std::move(chapters);
+}
+
+std::vector<MediaChapter> FakeMediaLibrary::chaptersOfItem(PersistentID item, MediaChapterType) const {
+    std::lock_guard lock(_mutex);
+    const auto found = _chapters.find(item);
+    return found == _chapters.end() ? std::vector<MediaChapter>() : found->second;
+}
+
+void FakeMediaLibrary::setRepresentativeArtists(PersistentID playlist, std::vector<std::string> artists) {
+    std::lock_guard lock(_mutex);
+    _representativeArtists[playlist] = std::move(artists);
+}
+
+std::vector<std::string> FakeMediaLibrary::representativeArtistsOfPlaylist(PersistentID playlist) const {
+    std::lock_guard lock(_mutex);
+    const auto found = _representativeArtists.find(playlist);
+    return found == _representativeArtists.end() ? std::vector<std::string>() : found->second;
+}
+
 void FakeMediaLibrary::postDidChange() {
     NotificationCenter::defaultCenter().post(MediaLibraryDidChangeNotification, strong(this));
 }

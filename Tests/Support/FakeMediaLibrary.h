@@ -45,6 +45,8 @@ public:
     void removeItem(PersistentID item);
     /** From now on `token` has a picture. */
     void setArtwork(const std::string& token);
+    void setChapters(PersistentID item, std::vector<MediaChapter> chapters);
+    void setRepresentativeArtists(PersistentID playlist, std::vector<std::string> artists);
     /** Posts that the library changed, as sender. Changes alone only move the generation. */
     void postDidChange();
     /** ID of a group: kind is "artist", "albumArtist", "composer", "genre" or "podcast". */
@@ -60,6 +62,8 @@ public:
                             const std::vector<std::string>& properties) const override;
     Dictionary valuesOfPlaylist(PersistentID persistentID,
                                 const std::vector<std::string>& properties) const override;
+    std::vector<MediaChapter> chaptersOfItem(PersistentID item, MediaChapterType type) const override;
+    std::vector<std::string> representativeArtistsOfPlaylist(PersistentID playlist) const override;
     std::shared_ptr<const ImageSource> loadArtwork(const std::string& token, Size fittingSize,
                                                    double scale) const override;
     bool isDeviceLibrary() const override { return deviceLibrary; }
@@ -102,6 +106,8 @@ private:
     std::atomic<std::uint64_t> _generation{1};
     FakeMediaStore _store;
     std::set<std::string> _artwork;
+    std::map<PersistentID, std::vector<MediaChapter>> _chapters;
+    std::map<PersistentID, std::vector<std::string>> _representativeArtists;
     mutable std::vector<std::string> _loadedArtwork;
     std::vector<PersistentID> _played;
 };

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <functional>
 #include <set>
 
 namespace zornic {
@@ -101,12 +102,17 @@ bool isAboutPlaylists(const MediaPredicate& predicate) {
 }  // namespace
 
 FakeMediaStore::IDs FakeMediaStore::itemsOfPlaylist(PersistentID playlist) const {
-    const auto found = playlists.find(playlist);
-    if (found == playlists.end()) return {};
-    IDs all = found->second.items;
-    for (const auto& [id, child] : playlists)
-        if (valueForKey(child.values, MediaPlaylistProperty::ParentPersistentID) == Value(playlist))
-            std::ranges::copy(itemsOfPlaylist(id), std::back_inserter(all));
+    IDs all;
+    std::set<PersistentID> entered;  // folders may lie in themselves
+    const std::function<void(PersistentID)> add = [&](PersistentID id) {
+        const auto found = playlists.find(id);
+        if (found == playlists.end() || !entered.insert(id).second) return;
+        std::ranges::copy(found->second.items, std::back_inserter(all));
+        for (const auto& [childID, child] : playlists)
+            if (valueForKey(child.values, MediaPlaylistProperty::ParentPersistentID) == Value(id))
+                add(childID);
+    };
+    add(playlist);
     return all;
 }
 

@@ -6,6 +6,7 @@
 
 #include "Platform/Foundation/DispatchQueue.h"
 #include "Platform/Media/ArtworkCatalog.h"
+#include "Tests/Support/DrawnImageSource.h"
 #include "Utilities/ZRNHelmoBundle.h"
 
 namespace zornic {
@@ -13,7 +14,7 @@ namespace {
 
 constexpr auto frameInterval = std::chrono::microseconds(16667);
 
-/** Knows of an image no more than its size. */
+/** Knows of an image file no more than its size, and of a drawn image what was drawn. */
 class SizeOnlyImageLoader final : public ImageLoader {
 public:
     std::shared_ptr<const ImageSource> sourceFromFile(const std::filesystem::path& file) override {
@@ -28,9 +29,9 @@ public:
     std::shared_ptr<const ImageSource> sourceFromData(const std::string&, Size size, double scale) override {
         return std::make_shared<FakeImageSource>(size, scale);
     }
-    std::shared_ptr<const ImageSource> sourceByDrawing(Size size, bool, double scale,
-                                                       const std::function<void(Canvas&)>&) override {
-        return std::make_shared<FakeImageSource>(size, scale);
+    std::shared_ptr<const ImageSource> sourceByDrawing(Size size, bool opaque, double scale,
+                                                       const std::function<void(Canvas&)>& draw) override {
+        return std::make_shared<DrawnImageSource>(size, opaque, scale, draw);
     }
 
 private:

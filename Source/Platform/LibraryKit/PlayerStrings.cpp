@@ -1,6 +1,8 @@
 #include "Platform/LibraryKit/PlayerStrings.h"
 
+#include <algorithm>
 #include <cstdlib>
+#include <limits>
 
 #include "Platform/Foundation/PlatformText.h"
 #include "Platform/Foundation/StringFormat.h"
@@ -20,12 +22,13 @@ std::string repeatTypeString(std::int64_t type, std::int64_t mediaType, int cont
     return platformText("REPEAT_TYPE_" + std::to_string(type) + variant + "_STYLE_" + std::to_string(style));
 }
 
-std::string progressString(std::int64_t seconds, bool asRemaining) {
-    const std::string kind = asRemaining || seconds < 0 ? "PROGRESS_REMAINING" : "PROGRESS_ELAPSED";
-    const std::int64_t whole = std::abs(seconds);
+std::string progressString(std::int64_t seconds, ProgressKind kind) {
+    const bool isSigned = kind == ProgressKind::Remaining || (kind == ProgressKind::Time && seconds < 0);
+    const std::string key = isSigned ? "PROGRESS_REMAINING" : "PROGRESS_ELAPSED";
+    const std::int64_t whole = std::abs(std::max(seconds, -std::numeric_limits<std::int64_t>::max()));
     const std::int64_t hours = whole / 3600, minutes = whole / 60 % 60, rest = whole % 60;
-    if (hours == 0) return formatted(platformText(kind + "_FORMAT"), {minutes, rest});
-    return formatted(platformText(kind + "_HOURS_FORMAT"), {hours, minutes, rest});
+    if (hours == 0) return formatted(platformText(key + "_FORMAT"), {minutes, rest});
+    return formatted(platformText(key + "_HOURS_FORMAT"), {hours, minutes, rest});
 }
 
 }  // namespace zornic

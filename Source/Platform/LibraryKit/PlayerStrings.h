@@ -18,8 +18,17 @@ std::string shuffleTypeString(std::int64_t type, int style);
    queue comes from, 1 an album, 2 an artist, 3 a playlist, 0 anything else. */
 std::string repeatTypeString(std::int64_t type, std::int64_t mediaType, int contextKind, int style);
 
-/** Clock text of whole seconds, "3:07" or "1:02:45"; negative: what remains, "-0:42". `asRemaining` writes
-   the sign for 0 too. */
-std::string progressString(std::int64_t seconds, bool asRemaining);
+/** What a clock text tells. */
+enum class ProgressKind {
+    /** A time; negative: what remains. */
+    Time = 0,
+    /** How long something is, never with a sign. */
+    Length = 1,
+    /** What remains, with its sign for 0 too. */
+    Remaining = 2
+};
+
+/** Clock text of whole seconds, "3:07", "1:02:45" or, for what remains, "-0:42". */
+std::string progressString(std::int64_t seconds, ProgressKind kind);
 
 }  // namespace zornic

@@ -42,6 +42,7 @@ public:
     virtual bool shouldScrollToFirstDataSourceSectionOnInitialAppearance() { return true; }
     /** Whether the marks of playing rows move. */
     virtual bool isPlayerPlaying() const { return false; }
+    /** A setting changed, and rows have forgotten what they knew of it. Lists that it concerns follow it. */
     virtual void defaultsDidChange() {}
     /** Makes the table of the class that the screen takes. */
     virtual std::shared_ptr<TableView> _tableViewClass() { return make<TableView>(); }

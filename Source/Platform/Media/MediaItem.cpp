@@ -57,6 +57,11 @@ std::optional<double> MediaItem::bookmarkTime() const {
     return value ? std::optional(value.asNumber()) : std::nullopt;
 }
 
+std::vector<MediaChapter> MediaItem::chaptersOfType(MediaChapterType type) const {
+    const auto asked = library();
+    return asked ? asked->chaptersOfItem(_persistentID, type) : std::vector<MediaChapter>();
+}
+
 Image MediaItem::artworkImageWithSize(Size size) const {
     const auto catalog = artworkCatalog();
     if (!catalog) return {};

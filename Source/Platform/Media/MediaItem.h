@@ -3,6 +3,7 @@
 #include <mutex>
 #include <optional>
 
+#include "Platform/Media/MediaChapter.h"
 #include "Platform/Media/MediaEntity.h"
 #include "Platform/Toolkit/Image.h"
 
@@ -38,6 +39,8 @@ public:
         return valueForProperty(MediaItemProperty::PlaybackDuration).asNumber();
     }
     std::optional<double> bookmarkTime() const;
+    /** Its chapters in their order; empty when it has none. */
+    std::vector<MediaChapter> chaptersOfType(MediaChapterType type) const;
 
     /** The item's picture at `size` points, if it is at hand at once; none otherwise. Main thread. */
     Image artworkImageWithSize(Size size) const;

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "Platform/Foundation/Error.h"
+#include "Platform/Media/MediaChapter.h"
 #include "Platform/Media/MediaEntity.h"
 #include "Platform/Toolkit/Image.h"
 
@@ -43,6 +44,10 @@ public:
     /** Values of one playlist; empty when it is gone. */
     virtual Dictionary valuesOfPlaylist(PersistentID persistentID,
                                         const std::vector<std::string>& properties) const;
+    /** An item's chapters of one type, in their order; empty when it has none. */
+    virtual std::vector<MediaChapter> chaptersOfItem(PersistentID, MediaChapterType) const { return {}; }
+    /** Names of the artists that a mix was made around, the most telling first; empty for other playlists. */
+    virtual std::vector<std::string> representativeArtistsOfPlaylist(PersistentID) const { return {}; }
     /** The picture named by an artwork token, decoded for `fittingSize` points at `scale`; none when it can't
        be read. May block; never called on the main thread. */
     virtual std::shared_ptr<const ImageSource> loadArtwork(const std::string& token, Size fittingSize,

@@ -25,6 +25,10 @@ public:
     PersistentID parentPersistentID() const {
         return valueForProperty(MediaPlaylistProperty::ParentPersistentID).asUnsigned();
     }
+    /** Names of the artists that a mix was made around; empty for other playlists. */
+    std::vector<std::string> representativeArtists() const;
+    /** New catalogues of pictures of its items, all different, in the items' order: at most `limit`. */
+    std::vector<std::shared_ptr<ArtworkCatalog>> artworkCatalogs(std::size_t limit) const;
     /** Fills the playlist with what goes with `seed`; `completion` with an error or none, on the main thread.
      */
     void populateWithSeedItem(const std::shared_ptr<MediaItem>& seed,

@@ -19,14 +19,17 @@ void ImageView::setOverrideColor(std::optional<Color> color) {
 void ImageView::drawRect(Canvas& canvas, const Rect&) {
     if (!_image) return;
     const Color tint = _overrideColor.value_or(tintColor());
+    // A flattened image has its colour in itself.
+    const Image shown =
+        _overrideColor && _image.flatColor() ? _image.flattenedWithColor(*_overrideColor) : _image;
     const Rect area = rectForContent(_image.size(), bounds(), contentMode());
     if (bounds().contains(area)) {
-        canvas.drawImage(_image, area, tint);
+        canvas.drawImage(shown, area, tint);
         return;
     }
     const CanvasState state(canvas);
     canvas.clip(bounds());
-    canvas.drawImage(_image, area, tint);
+    canvas.drawImage(shown, area, tint);
 }
 
 }  // namespace zornic

@@ -12,7 +12,7 @@ public:
     const Image& image() const { return _image; }
     /** No image: shows nothing. The frame stays. */
     void setImage(Image image);
-    /** Colour of a template instead of the tint while set. */
+    /** Colour of a template instead of the tint, and of a flattened image instead of its own, while set. */
     void setOverrideColor(std::optional<Color> color);
     Size sizeThatFits(Size) override { return _image.size(); }
     bool hasIntrinsicSize() const override { return true; }

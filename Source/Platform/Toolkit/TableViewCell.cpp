@@ -37,16 +37,6 @@ public:
     }
 };
 
-/** Puts a label on a baseline, as wide as it may be. */
-void placeOnBaseline(Label& label, double x, double baseline, double width, double scale) {
-    // A line's height needs no layout of its whole text.
-    const double height = label.numberOfLines() == 1
-                              ? ceiledToScale(TextEngine::current().metrics(label.font()).lineHeight, scale)
-                              : label.sizeThatFits({width, UnboundedLength}).height;
-    label.setFrame({x, 0, width, height});
-    label.setFrame({x, roundedToScale(baseline - label.firstBaselineFromTop(), scale), width, height});
-}
-
 }  // namespace
 
 TableViewCell::TableViewCell(TableViewCellStyle style, std::string reuseIdentifier)
@@ -112,8 +102,10 @@ void TableViewCell::setPlayingMark(bool shown, bool moving) {
     if (_playingMark) _playingMark->setMoving(moving);
 }
 
+std::shared_ptr<View> TableViewCell::playingMark() const { return _playingMark; }
+
 std::shared_ptr<View> TableViewCell::shownAccessory() const {
-    if (_playingMark) return _playingMark;
+    if (_playingMark && !placesPlayingMark()) return _playingMark;
     return _accessoryView ? _accessoryView : _disclosureView;
 }
 
@@ -189,24 +181,34 @@ void TableViewCell::placeAccessory() {
                          size});
 }
 
+void TableViewCell::placeOnBaseline(Label& label, double x, double baseline, double width) const {
+    const double scale = displayScale();
+    // A line's height needs no layout of its whole text.
+    const double height = label.numberOfLines() == 1
+                              ? ceiledToScale(TextEngine::current().metrics(label.font()).lineHeight, scale)
+                              : label.sizeThatFits({width, UnboundedLength}).height;
+    label.setFrame({x, 0, width, height});
+    label.setFrame({x, roundedToScale(baseline - label.firstBaselineFromTop(), scale), width, height});
+}
+
 void TableViewCell::layoutTexts(double width) {
     const double left = leftInset() + _indentationLevel * _indentationWidth;
-    const double scale = displayScale(), height = bounds().height();
+    const double height = bounds().height();
     const bool hasDetail = !_detailTextLabel->isHidden() && !_detailTextLabel->styledText().empty();
     if (hasDetail && _style == TableViewCellStyle::Subtitle) {
         const double top = (height - usualHeight) / 2;
-        placeOnBaseline(*_textLabel, left, top + titleBaseline, width, scale);
-        placeOnBaseline(*_detailTextLabel, left, top + detailBaseline, width, scale);
+        placeOnBaseline(*_textLabel, left, top + titleBaseline, width);
+        placeOnBaseline(*_detailTextLabel, left, top + detailBaseline, width);
         return;
     }
     const double detailWidth =
         hasDetail ? std::min(width / 2, _detailTextLabel->sizeThatFits({width, UnboundedLength}).width) : 0;
     const double titleWidth = width - (hasDetail ? detailWidth + accessoryGap : 0);
     const double titleHeight = _textLabel->sizeThatFits({titleWidth, UnboundedLength}).height;
-    const double y = roundedToScale((height - titleHeight) / 2, scale);
+    const double y = roundedToScale((height - titleHeight) / 2, displayScale());
     _textLabel->setFrame({left, y, titleWidth, titleHeight});
     placeOnBaseline(*_detailTextLabel, left + width - detailWidth, y + _textLabel->firstBaselineFromTop(),
-                    detailWidth, scale);
+                    detailWidth);
 }
 
 void TableViewCell::drawRect(Canvas& canvas, const Rect&) {
@@ -263,16 +265,8 @@ void TableViewCell::updateColors() {
 }
 
 void TableViewCell::updateAccessoryColor(const std::optional<Color>& cutOut) {
-    const auto view = std::dynamic_pointer_cast<ImageView>(_accessoryView);
-    if (!view) return;
-    view->setOverrideColor(cutOut);
-    // A flattened image has its colour in itself.
-    if (const auto flat = view->image().flatColor(); cutOut && flat && flat != cutOut) {
-        _accessoryFlatColor = flat;
-        view->setImage(view->image().flattenedWithColor(*cutOut));
-    } else if (!cutOut && _accessoryFlatColor) {
-        view->setImage(view->image().flattenedWithColor(*std::exchange(_accessoryFlatColor, std::nullopt)));
-    }
+    if (const auto view = std::dynamic_pointer_cast<ImageView>(_accessoryView))
+        view->setOverrideColor(cutOut);
 }
 
 void TableViewCell::focusDidChange() {
@@ -306,7 +300,7 @@ void TableViewCell::touchEnded(const Touch& touch) {
 void TableViewCell::touchCancelled(const Touch&) { setHighlighted(false); }
 
 std::string TableViewCell::accessibilityText() const {
-    const auto title = _textLabel->text(), detail = _detailTextLabel->text();
+    const auto title = titleText(), detail = detailText();
     return title.empty() || detail.empty() ? title + detail : title + ", " + detail;
 }
 

@@ -25,6 +25,9 @@ public:
     TableViewCellStyle style() const { return _style; }
     const std::shared_ptr<Label>& textLabel() const { return _textLabel; }
     const std::shared_ptr<Label>& detailTextLabel() const { return _detailTextLabel; }
+    /** What the row says, whichever labels show it. */
+    virtual std::string titleText() const { return _textLabel->text(); }
+    virtual std::string detailText() const { return _detailTextLabel->text(); }
     const std::shared_ptr<View>& contentView() const { return _contentView; }
     TableViewCellAccessory accessoryType() const { return _accessoryType; }
     void setAccessoryType(TableViewCellAccessory type);
@@ -77,6 +80,13 @@ protected:
     virtual void updateColors();
     /** Ground to cut texts out of a focused row; none while the row is not focused. */
     std::optional<Color> cutOutColor() const;
+    /** Whether the row finds a place for the mark of what plays, in front of its texts, instead of the
+       accessory's. */
+    virtual bool placesPlayingMark() const { return false; }
+    /** The mark while it is shown; none otherwise. */
+    std::shared_ptr<View> playingMark() const;
+    /** Puts a label on a baseline, measured from the row's top, as wide as it may be. */
+    void placeOnBaseline(Label& label, double x, double baseline, double width) const;
 
 private:
     bool isInside(const Touch& touch) const;
@@ -93,7 +103,6 @@ private:
     std::shared_ptr<Label> _textLabel, _detailTextLabel;
     std::shared_ptr<ImageView> _disclosureView;
     std::shared_ptr<View> _accessoryView;
-    std::optional<Color> _accessoryFlatColor;  // of its flattened image, while that is cut out
     std::shared_ptr<PlayingMarkView> _playingMark;
     TableViewCellAccessory _accessoryType = TableViewCellAccessory::None;
     EdgeInsets _separatorInset{AutomaticDimension, AutomaticDimension, AutomaticDimension,

@@ -1,0 +1,62 @@
+#include <gtest/gtest.h>
+
+#include "Tests/Shell/LibraryScreens.h"
+
+namespace zornic {
+namespace {
+
+class GenresScreenTest : public testing::Test, protected LibraryScreens {
+protected:
+    GenresScreenTest() {
+        using namespace MediaItemProperty;
+        library->addSong("A", "Anna", "Ash", 1, {{Genre, "Folk"}});
+        library->addSong("B", "Bert", "Bay", 1, {{Genre, "Folk"}, {AlbumArtist, "Anna"}});
+        library->addSong("C", "Cora", "Cut", 1, {{Genre, "Polka"}});
+        library->addSong("D", "Cora", "Cut", 2, {{Genre, "Tango"}});
+    }
+};
+
+TEST_F(GenresScreenTest, AGenreOfSeveralLeadsToItsArtists) {
+    openTab(ZRNGenresViewControllerIdentifier);
+    list().navigationItem()->setPrompt("Prompt");
+    ASSERT_EQ(rows(), (Rows{"Folk", "Polka", "Tango"}));
+    choose(0, 0);
+    EXPECT_EQ(list().identifier(), ZRNArtistsViewControllerIdentifier);
+    EXPECT_EQ(list().navigationItem()->title(), "Folk");
+    EXPECT_EQ(list().navigationItem()->prompt(), "Prompt");
+    EXPECT_TRUE(list().navigationItem()->rightBarButtonItem());
+    EXPECT_EQ(rows(), (Rows{"Shuffle", "Anna", "Bert"}));
+    choose(0, 0);
+    EXPECT_EQ(player->activeShuffleType(), 1);
+    EXPECT_EQ(player->playbackCount(), 2U);
+    browser->dismissViewController(false);
+    advance(1);
+
+    groupByAlbumArtist(true);
+    EXPECT_EQ(rows(), (Rows{"Anna"})) << "one row needs no shuffling";
+    browser->popViewControllerAnimated(false);
+    advance(0);
+    choose(0, 0);
+    EXPECT_EQ(rows(), (Rows{"Anna"}));
+}
+
+TEST_F(GenresScreenTest, AGenreOfOneLeadsToTheAlbumsInIt) {
+    openTab(ZRNGenresViewControllerIdentifier);
+    list().navigationItem()->setPrompt("Prompt");
+    for (const bool grouped : {false, true}) {
+        groupByAlbumArtist(grouped);
+        choose(1, 0);
+        EXPECT_EQ(list().identifier(), ZRNAlbumsDetailViewControllerIdentifier);
+        EXPECT_EQ(list().title(), "Cora");
+        EXPECT_EQ(list().navigationItem()->prompt(), "Prompt");
+        ASSERT_EQ(list().queryDataSource()->count(), 1U) << "the tango is no polka";
+        choose(0, 0);
+        EXPECT_EQ(playing(), "C");
+        browser->dismissViewController(false);
+        browser->popViewControllerAnimated(false);
+        advance(1);
+    }
+}
+
+}  // namespace
+}  // namespace zornic
