@@ -83,6 +83,7 @@ void HelmoApplication::installServices() {
     LocaleServices::install(std::make_unique<IcuLocaleServices>(language));
     auto languages = preferredLanguages();
     if (!language.empty()) languages.insert(languages.begin(), language);
+    if (!languages.empty()) _language = languages.front();
     Bundle::setPreferredLanguages(languages);
     _readerProgram = ReaderProgram::find();
     _imageLoader = std::make_shared<HostImageLoader>(std::make_shared<PictureReader>(_readerProgram));
@@ -91,7 +92,8 @@ void HelmoApplication::installServices() {
 }
 
 bool HelmoApplication::openLibrary() {
-    _library = SqliteMediaLibrary::open(_dataFolder / "library.sqlite", {.coverReader = _imageLoader});
+    _library = SqliteMediaLibrary::open(_dataFolder / "library.sqlite",
+                                        {.coverReader = _imageLoader, .language = _language});
     if (!_library) return false;
     MediaLibrary::setDefaultLibrary(_library);
     _musicFolders = chosenMusicFolders(_commandLine, _settings->values());

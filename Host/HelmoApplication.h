@@ -69,6 +69,8 @@ private:
     std::shared_ptr<HostImageLoader> _imageLoader;
     std::shared_ptr<PangoTextEngine> _textEngine;
     zornic::Token _fallbacks;
+    /** The driver's, as "de" or "pt-BR". */
+    std::string _language = "en";
     std::shared_ptr<SqliteMediaLibrary> _library;
     std::vector<std::filesystem::path> _musicFolders;
     std::unique_ptr<Scanner> _scanner;

@@ -1,7 +1,6 @@
 #include "Host/Library/Articles.h"
 
 #include <algorithm>
-#include <iterator>
 
 #include <unicode/uchar.h>
 #include <unicode/unistr.h>
@@ -22,10 +21,30 @@ constexpr Article articles[] = {
     {u"un", "fr"},  {u"une", "fr"}, {u"el", ""},     {u"los", ""},  {u"las", ""},   {u"un", "es"},
     {u"una", "es"}, {u"il", ""},    {u"gli", ""},    {u"lo", "it"}, {u"i", "it"},   {u"un", "it"},
     {u"una", "it"}, {u"het", ""},   {u"een", ""},    {u"de", "nl"}, {u"o", "pt"},   {u"os", "pt"},
-    {u"as", "pt"},  {u"um", "pt"},  {u"uma", "pt"},  {u"en", "sv"}, {u"ett", "sv"},
+    {u"as", "pt"},  {u"um", "pt"},  {u"uma", "pt"},  {u"en", "sv"}, {u"ett", "sv"}, {u"den", "sv"},
+    {u"det", "sv"},
 };
 
 bool isApostrophe(char16_t unit) { return unit == u'\'' || unit == u'\u2019'; }
+
+/** Of the article at the start of `text`, in units; 0 without one. */
+int lengthOfArticle(const icu::UnicodeString& text, std::string_view language) {
+    constexpr int longest = 4;
+    const icu::UnicodeString arabic(u"\u0627\u0644");  // written as one word with what follows
+    if (language == "ar" && text.startsWith(arabic) && text.length() > arabic.length() + 1)
+        return u_isalpha(text.charAt(arabic.length())) ? arabic.length() : 0;
+    int end = 0;
+    while (end < text.length() && u_isalpha(text.charAt(end))) ++end;
+    if (end == 0 || end > longest || end == text.length()) return 0;
+    auto word = text.tempSubString(0, end);
+    word.foldCase();
+    if (isApostrophe(text.charAt(end))) return word == icu::UnicodeString(u"l") ? end + 1 : 0;
+    const bool isArticle = std::ranges::any_of(articles, [&](const Article& article) {
+        return word == icu::UnicodeString(article.word) &&
+               (article.language.empty() || article.language == language);
+    });
+    return isArticle && u_isUWhiteSpace(text.charAt(end)) ? end : 0;
+}
 
 bool hasLetterOrDigit(const icu::UnicodeString& text) {
     for (int at = 0; at < text.length(); at = text.moveIndex32(at, 1))
@@ -35,25 +54,14 @@ bool hasLetterOrDigit(const icu::UnicodeString& text) {
 
 }  // namespace
 
-std::string withoutArticle(std::string_view text, std::string_view language) {
+std::string withoutArticle(std::string_view text, std::string_view locale) {
+    const auto language = locale.substr(0, locale.find_first_of("-_"));
     const icu::StringPiece piece(text.data(), static_cast<int>(text.size()));
     const auto whole = icu::UnicodeString::fromUTF8(piece).trim();
-    int end = 0;  // of the first word, elided articles with their apostrophe
-    while (end < whole.length() && u_isalpha(whole.charAt(end))) ++end;
-    auto word = whole.tempSubString(0, end);
-    word.foldCase();
-    const bool elided =
-        end < whole.length() && isApostrophe(whole.charAt(end)) && word == icu::UnicodeString(u"l");
-    constexpr int longestArticle = 4;
-    const bool stripped =
-        elided || (end <= longestArticle && end < whole.length() && u_isUWhiteSpace(whole.charAt(end)) &&
-                   std::any_of(std::begin(articles), std::end(articles), [&](const Article& article) {
-                       return word == icu::UnicodeString(article.word) &&
-                              (article.language.empty() || article.language == language);
-                   }));
-    auto rest = icu::UnicodeString(whole, end + (elided ? 1 : 0)).trim();
+    const int length = lengthOfArticle(whole, language);
+    const auto rest = icu::UnicodeString(whole, length).trim();
     std::string result;
-    (stripped && hasLetterOrDigit(rest) ? rest : whole).toUTF8String(result);
+    (length > 0 && hasLetterOrDigit(rest) ? rest : whole).toUTF8String(result);
     return result;
 }
 

@@ -8,18 +8,24 @@ namespace helmo {
 
 namespace {
 
-/** Languages whose letters make up the index, beside the Latin ones. */
-constexpr const char* indexLanguages[] = {"el", "ru", "uk", "ka", "hy", "he", "ar", "hi", "th", "ja", "ko"};
+/** Languages whose letters make up the index, beside the driver's. */
+constexpr const char* indexLanguages[] = {"en", "el", "ru", "uk", "ka", "hy",
+                                          "he", "ar", "hi", "th", "ja", "ko"};
 
 constexpr int maximumLabels = 1000;
+const std::string hanSection = "\xff\xfd";
 
 std::string sectionBytes(int number) {
     return {static_cast<char>(number >> 8 & 0xff), static_cast<char>(number & 0xff)};
 }
 
-int scriptOf(const icu::UnicodeString& label) {
+UScriptCode firstScript(const icu::UnicodeString& text) {
     UErrorCode code = U_ZERO_ERROR;
-    const auto script = uscript_getScript(label.char32At(0), &code);
+    return uscript_getScript(text.char32At(0), &code);
+}
+
+int scriptOf(const icu::UnicodeString& label) {
+    const auto script = firstScript(label);
     return script == USCRIPT_LATIN ? 0 : static_cast<int>(script);
 }
 
@@ -29,12 +35,12 @@ struct IndexTitles::Buckets {
     std::unique_ptr<icu::AlphabeticIndex::ImmutableIndex> index;
 };
 
-IndexTitles::IndexTitles() : _buckets(std::make_unique<Buckets>()) {
+IndexTitles::IndexTitles(const std::string& language) : _buckets(std::make_unique<Buckets>()) {
     UErrorCode code = U_ZERO_ERROR;
-    icu::AlphabeticIndex index(icu::Locale::getEnglish(), code);
+    icu::AlphabeticIndex index(icu::Locale(language.c_str()), code);
     if (U_SUCCESS(code)) index.setMaxLabelCount(maximumLabels, code);
-    for (const char* language : indexLanguages)
-        if (U_SUCCESS(code)) index.addLabels(icu::Locale(language), code);
+    for (const char* other : indexLanguages)
+        if (U_SUCCESS(code)) index.addLabels(icu::Locale(other), code);
     if (U_SUCCESS(code)) _buckets->index.reset(index.buildImmutableIndex(code));
     if (U_FAILURE(code)) _buckets->index.reset();
     const int count = _buckets->index ? _buckets->index->getBucketCount() : 0;
@@ -45,6 +51,7 @@ IndexTitles::IndexTitles() : _buckets(std::make_unique<Buckets>()) {
         bucket->getLabel().toUTF8String(text);
         _titles.push_back({sectionBytes(at), scriptOf(bucket->getLabel()), text});
     }
+    _titles.push_back({hanSection, USCRIPT_HAN, "漢"});
     _titles.push_back({otherSection(), -1, "#"});
 }
 
@@ -61,7 +68,8 @@ std::string IndexTitles::sectionOf(const std::string& text) const {
     const int at = _buckets->index->getBucketIndex(letters, code);
     if (U_FAILURE(code)) return otherSection();
     const auto* bucket = _buckets->index->getBucket(at);
-    return bucket && bucket->getLabelType() == U_ALPHAINDEX_NORMAL ? sectionBytes(at) : otherSection();
+    if (bucket && bucket->getLabelType() == U_ALPHAINDEX_NORMAL) return sectionBytes(at);
+    return firstScript(letters) == USCRIPT_HAN ? hanSection : otherSection();
 }
 
 }  // namespace helmo

@@ -7,9 +7,10 @@
 
 namespace helmo {
 
-/** Where a title stands in the index bar: the letters of each script one after the other (A to Z, Greek,
-   Cyrillic, kana rows, Hangul initials ...), '#' behind all of them for digits and whatever else. Immutable;
-   any thread. */
+/** Where a title stands in the index bar: the letters of each script one after the other (A to Z with what
+   the driver's language has beside it, Greek, Cyrillic, kana rows, Hangul initials ...), then one place for
+   Chinese characters that nobody says how to read, and '#' behind all of them for digits and whatever else.
+   Immutable; any thread. */
 class IndexTitles {
 public:
     struct Title {
@@ -20,7 +21,8 @@ public:
         std::string text;
     };
 
-    IndexTitles();
+    /** `language`: the driver's, as "de" or "pt-BR". */
+    explicit IndexTitles(const std::string& language = "en");
     ~IndexTitles();
     /** The section (two bytes) under which `text` stands. '#' for an empty text. */
     std::string sectionOf(const std::string& text) const;

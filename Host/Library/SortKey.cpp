@@ -17,7 +17,7 @@ namespace {
 /** Enough to tell real titles apart; every order keeps a copy of the key in its index. */
 constexpr std::size_t maximumCollationBytes = 64;
 constexpr char hasText = 1, hasNone = 2;
-constexpr const char* rules = "3";
+constexpr const char* rules = "4";
 
 icu::UnicodeString unicode(std::string_view text) {
     return icu::UnicodeString::fromUTF8(icu::StringPiece(text.data(), static_cast<int>(text.size())));
@@ -41,10 +41,11 @@ struct SortKey::Collation {
 
 SortKey::SortKey(std::string language)
     : _language(std::move(language)),
+      _titles(_language),
       _collation(std::make_unique<Collation>()),
       _stamp(std::string("icu ") + U_ICU_VERSION + ", rules " + rules + ", " + _language) {
     UErrorCode code = U_ZERO_ERROR;
-    _collation->collator.reset(icu::Collator::createInstance(icu::Locale::getRoot(), code));
+    _collation->collator.reset(icu::Collator::createInstance(icu::Locale(_language.c_str()), code));
     if (U_FAILURE(code)) {
         _collation->collator.reset();
         logLine(std::string("library: no collation, lists are sorted by bytes: ") + u_errorName(code));
@@ -57,8 +58,9 @@ SortKey::SortKey(std::string language)
 
 SortKey::~SortKey() = default;
 
-std::string SortKey::make(std::string_view name, std::string_view sortName) const {
-    const std::string text = sortName.empty() ? withoutArticle(name, _language) : std::string(sortName);
+std::string SortKey::make(std::string_view name, std::string_view sortName, std::string_view language) const {
+    const std::string text = sortName.empty() ? withoutArticle(name, language.empty() ? _language : language)
+                                              : std::string(sortName);
     if (text.empty()) return IndexTitles::otherSection() + hasNone;
     std::string bytes = _collation->bytes(unicode(text));
     // A text of nothing but punctuation has no collation of its own.

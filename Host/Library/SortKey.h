@@ -9,16 +9,18 @@
 namespace helmo {
 
 /** Makes the keys by which lists are sorted: bytes that compare as the titles do. First the section (two
-   bytes), then whether there is a text at all, then the collation without articles, with case and accents
-   second, punctuation ignored and numbers by value. Immutable; any thread. */
+   bytes), then whether there is a text at all, then the collation of the driver's language without articles,
+   with case and accents second, punctuation ignored and numbers by value. Immutable; any thread. */
 class SortKey {
 public:
-    /** `language`: two-letter code of the driver's language. */
+    /** `language`: the driver's, as "de" or "pt-BR". */
     explicit SortKey(std::string language = "en");
     ~SortKey();
 
-    /** The key of a name; `sortName`, when not empty, is what it is to be sorted as, as it stands. */
-    std::string make(std::string_view name, std::string_view sortName = {}) const;
+    /** The key of a name; `sortName`, when not empty, is what it is to be sorted as, as it stands. `language`
+       is the name's own, whose articles it begins with; empty: the driver's. */
+    std::string make(std::string_view name, std::string_view sortName = {},
+                     std::string_view language = {}) const;
     /** What keys were made with; keys of another stamp don't compare with these. */
     const std::string& stamp() const { return _stamp; }
     const IndexTitles& indexTitles() const { return _titles; }

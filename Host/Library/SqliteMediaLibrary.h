@@ -22,7 +22,7 @@ public:
     struct Options {
         /** Reads pictures; none: there are no covers. */
         std::shared_ptr<CoverReader> coverReader;
-        /** Two-letter code of the driver's language, for articles. */
+        /** The driver's, as "de" or "pt-BR": lists are in its order. */
         std::string language = "en";
         /** How long a write waits for another program before it is given up for now. */
         std::chrono::milliseconds patience{10'000};

@@ -31,6 +31,7 @@ TEST(LibraryArticles, AreStrippedAsWholeWordsAndNeverToNothing) {
         EXPECT_EQ(withoutArticle(name, "en"), sorted) << name;
     EXPECT_EQ(withoutArticle("Die Brücke", "de"), "Brücke");
     EXPECT_EQ(withoutArticle("I Pooh", "it"), "Pooh");
+    EXPECT_EQ(withoutArticle("الليل", "ar-EG"), "ليل");
 }
 
 TEST_F(LibrarySort, OrdersTitlesAsAReaderExpects) {
@@ -61,15 +62,47 @@ TEST_F(LibrarySort, OrdersTitlesAsAReaderExpects) {
     EXPECT_EQ(listed.size(), wanted.size());
 }
 
+TEST(LibraryLanguages, EachReaderFindsATitleWhereHisLanguageHasIt) {
+    // Titles in order, each behind the letter under which it stands.
+    const std::vector<std::pair<const char*, Texts>> expected{
+        {"en", {"A Ångström", "A Apfel", "O Öl", "Z Zebra", "Ж Жук", "さ サクラ", "漢 北京", "# 7 Years"}},
+        {"de-AT", {"A Ähre", "A Apfel", "B Die Brücke", "O Öl", "S Straße", "Z Zebra"}},
+        {"fr", {"E Été", "E L’étoile", "E Étranger", "O Œuvre", "Z Zèbre"}},
+        {"sv", {"A Apfel", "Z Zebra", "Å Ångström", "Ä Äpple", "Ö Öl", "Ж Жук"}},
+        {"ja", {"A Abend", "あ あさ", "か カメラ", "さ さくら", "漢 東京", "# 7 Years"}},
+        {"zh", {"A Abend", "B 北京", "S 上海", "Z Zebra", "Ж Жук"}},
+        {"ko", {"ㄱ 가나", "ㄴ 나무", "A Abend"}},
+        {"ar", {"ب بيت", "ل الليل", "A Abend"}},
+        {"ru", {"Е Ёлка", "Ж Жук", "М Москва", "A Abend", "# 1"}}};
+    for (const auto& [language, titles] : expected) {
+        const SortKey keys(language);
+        std::string before;
+        for (const std::string& line : titles) {
+            const auto blank = line.find(' ');
+            const std::string key = keys.make(line.substr(blank + 1));
+            EXPECT_LT(before, key) << language << ": " << line;
+            const auto& letters = keys.indexTitles().titles();
+            const auto letter = std::ranges::find(letters, key.substr(0, 2), &IndexTitles::Title::section);
+            ASSERT_NE(letter, letters.end());
+            EXPECT_EQ(letter->text, line.substr(0, blank)) << language << ": " << line;
+            before = key;
+        }
+    }
+    const SortKey keys("en");
+    EXPECT_EQ(keys.make("Die Brücke", {}, "de"), keys.make("Brücke")) << "a German title in an English list";
+    EXPECT_EQ(keys.make("東京", "とうきょう"), keys.make("とうきょう")) << "read as its file says";
+}
+
 TEST_F(LibrarySort, SectionsFollowTheScriptsAndCoverTheList) {
     add({tags("Alpha"), tags("The Apple"), tags("Beta"), tags("Мир"), tags("さくら"), tags("漢字"),
          tags("12"), tags("")});
     const auto all = query();
-    EXPECT_EQ(all->itemSections(),
-              (std::vector<MediaQuerySection>{
-                  {"A", {0, 2}}, {"B", {2, 1}}, {"М", {3, 1}}, {"さ", {4, 1}}, {"#", {5, 3}}}));
+    EXPECT_EQ(
+        all->itemSections(),
+        (std::vector<MediaQuerySection>{
+            {"A", {0, 2}}, {"B", {2, 1}}, {"М", {3, 1}}, {"さ", {4, 1}}, {"漢", {5, 1}}, {"#", {6, 2}}}));
     const auto info = all->itemSectionInfo();
-    EXPECT_EQ(info.sectionIndexTitles(), (Texts{"A", "B", "М", "さ", "#"}));
+    EXPECT_EQ(info.sectionIndexTitles(), (Texts{"A", "B", "М", "さ", "漢", "#"}));
     EXPECT_EQ(info.indexOfSectionForSectionIndexTitleAtIndex(3), 3u);
 
     all->setUseSections(false);
