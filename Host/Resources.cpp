@@ -1,5 +1,6 @@
 #include "Host/Resources.h"
 
+#include "Utilities/ZRNGenreImage.h"
 #include "Utilities/ZRNHelmoBundle.h"
 
 namespace helmo {
@@ -19,6 +20,7 @@ void registerResources(const std::filesystem::path& folder) {
     using zornic::Bundle;
     for (const char* identifier : {zornic::ZRNHelmoBundleIdentifier, Bundle::platformIdentifier})
         Bundle::registerBundle(zornic::make<Bundle>(identifier, folder));
+    Bundle::registerBundle(zornic::make<Bundle>(zornic::ZRNHostMusicBundleIdentifier, folder / "host-music"));
 }
 
 }  // namespace helmo

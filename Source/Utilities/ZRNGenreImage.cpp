@@ -106,14 +106,22 @@ const std::string& imageKeyForGenre(const std::string& genre) {
     return none;
 }
 
+std::string imageNameForKey(const std::string& key) { return "genre-image-" + key; }
+
 }  // namespace
 
 Image ZRNGenreImageForGenreName(const std::string& name) {
     const std::string& key = imageKeyForGenre(normalized(name));
     if (key.empty()) return {};
     const auto screen = ZRNHelmoScreen();
-    return Image::named("genre-image-" + key, Bundle::bundleWithIdentifier(ZRNHostMusicBundleIdentifier),
+    return Image::named(imageNameForKey(key), Bundle::bundleWithIdentifier(ZRNHostMusicBundleIdentifier),
                         screen ? screen->traits() : DisplayTraits());
+}
+
+std::vector<std::string> ZRNGenreImageNames() {
+    std::set<std::string> names;
+    for (const auto& [genre, key] : imageKeys()) names.insert(imageNameForKey(key));
+    return {names.begin(), names.end()};
 }
 
 }  // namespace zornic

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "Platform/Toolkit/Image.h"
 
@@ -13,5 +14,7 @@ inline constexpr const char* ZRNHostMusicBundleIdentifier = "org.zornicui.hostmu
    name is part of it ("Deep House" is house). None when there is no such genre or no such picture. Main
    thread. */
 Image ZRNGenreImageForGenreName(const std::string& name);
+/** Names of all the pictures that genres can have, in order: what a host that brings them has to draw. */
+std::vector<std::string> ZRNGenreImageNames();
 
 }  // namespace zornic
