@@ -1,10 +1,9 @@
 #include "Host/Library/FileNameTags.h"
 
 #include <algorithm>
-#include <array>
-#include <cctype>
 #include <string_view>
 
+#include "Host/Library/AlbumFolder.h"
 #include "Host/Library/TagText.h"
 
 namespace helmo {
@@ -52,19 +51,6 @@ NumberedName numberedName(std::string_view name) {
 
 }  // namespace
 
-bool isDiscFolderName(const std::string& name) {
-    std::string lower = name;
-    std::ranges::transform(lower, lower.begin(),
-                           [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    constexpr std::array<std::string_view, 4> words{"disc", "disk", "cd", "vol"};
-    return std::ranges::any_of(words, [&](std::string_view word) {
-        if (!lower.starts_with(word)) return false;
-        const auto number = lower.find_first_not_of(" .-_#", word.size());
-        return number != std::string::npos &&
-               lower.find_first_not_of("0123456789", number) == std::string::npos;
-    });
-}
-
 void completeFromFileName(TrackTags& tags, const std::filesystem::path& file,
                           const std::filesystem::path& root) {
     const bool untagged = tags.title.empty() && tags.artist.empty() && tags.albumTitle.empty();
@@ -77,11 +63,10 @@ void completeFromFileName(TrackTags& tags, const std::filesystem::path& file,
     }
     if (!untagged) return;
     auto folder = file.parent_path();
-    if (folder != root && isDiscFolderName(folder.filename().string())) {
-        if (tags.discNumber == 0) tags.discNumber = firstNumber(folder.filename().string());
-        folder = folder.parent_path();
-    }
-    if (folder != root) tags.albumTitle = cleanTagText(folder.filename().string());
+    if (folder == root) return;
+    const AlbumFolder album = AlbumFolder::of(folder);
+    if (tags.discNumber == 0) tags.discNumber = album.disc;
+    if (album.path != root) tags.albumTitle = cleanTagText(album.path.filename().string());
 }
 
 }  // namespace helmo

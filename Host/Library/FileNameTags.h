@@ -13,7 +13,4 @@ namespace helmo {
 void completeFromFileName(TrackTags& tags, const std::filesystem::path& file,
                           const std::filesystem::path& root);
 
-/** Whether a folder is called like one disc of an album ("CD 2", "Disc1"). */
-bool isDiscFolderName(const std::string& name);
-
 }  // namespace helmo

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "Host/Library/AlbumFolder.h"
 #include "Host/Library/FileNameTags.h"
 #include "Host/Library/MediaFiles.h"
 #include "Host/Library/PictureFinder.h"
@@ -36,6 +37,7 @@ void LibraryScan::run() {
     if (!isEnding()) takeReadings(0);
     _stream = nullptr;
     storeBatch();
+    for (const auto& [album, remark] : _albumRemarks) logLine("scan: " + remark);
     if (!isEnding()) makeMissingIndices();
     if (!isEnding()) hideWhatIsGone();
     if (!isEnding()) scanPlaylists();
@@ -120,6 +122,7 @@ void LibraryScan::takeReading(ScanBatch::File file) {
     }
     if (reading.isTrack && reading.tags.title.empty())
         completeFromFileName(reading.tags, folder.path / file.file.name, folder.root);
+    completeDisc(reading.tags, folder.path, folder.root);
     ++_progress.read;
     if (_batch.files.empty()) _batchBegan = Clock::now();
     _batch.files.push_back(std::move(file));
@@ -135,17 +138,29 @@ void LibraryScan::storeBatch() {
     if (_batch.size() == 0) return;
     const bool shows = !_batch.files.empty() || !_batch.presences.empty();
     std::vector<std::pair<std::int64_t, std::size_t>> folders;
-    const bool isStored =
-        _library.write([&](TrackStore& store) { folders = _batch.store(store, _hadTracks); });
+    AlbumGroups::Remarks remarks;
+    const bool isStored = _library.write([&](TrackStore& store) {
+        folders = _batch.store(store, _hadTracks);
+        remarks = store.albumRemarks();
+    });
     // Pictures of the folders ahead of the first tracks let nothing be seen yet.
     if (shows) _batchLimit = std::min(_batchLimit * batchGrowth, largestBatch);
     if (isStored) {
         noteChange();
         _showsTracks = _showsTracks || shows;
         _folders.insert(folders.begin(), folders.end());
+        for (auto& [album, remark] : remarks) noteRemark(album, std::move(remark));
     }
     _batch.clear();
     announce(false);
+}
+
+/** An album comes in several batches; what its last one says holds. */
+void LibraryScan::noteRemark(const AlbumGroups::Key& album, std::string remark) {
+    if (remark.empty())
+        _albumRemarks.erase(album);
+    else
+        _albumRemarks[album] = std::move(remark);
 }
 
 void LibraryScan::makeMissingIndices() {

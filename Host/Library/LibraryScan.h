@@ -54,6 +54,7 @@ private:
     void takeReading(ScanBatch::File file);
     void storeIfDue();
     void storeBatch();
+    void noteRemark(const AlbumGroups::Key& album, std::string remark);
     void makeMissingIndices();
     void hideWhatIsGone();
     void scanPlaylists();
@@ -71,6 +72,7 @@ private:
     /** Rows of the folders that hold music, and the media they are on. */
     std::unordered_map<std::int64_t, std::size_t> _folders;
     std::set<std::filesystem::path> _playlists;
+    AlbumGroups::Remarks _albumRemarks;
     std::unique_ptr<TagStream> _stream;
     /** What the stream was asked for, without the readings. */
     std::deque<ScanBatch::File> _asked;

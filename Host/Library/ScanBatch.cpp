@@ -11,6 +11,7 @@ std::vector<std::pair<std::int64_t, std::size_t>> ScanBatch::store(TrackStore& s
         store.setFolderPicture(row, picture.fileName, picture.stamp);
     }
     const ScannedFolder* last = nullptr;
+    std::vector<TrackStore::NewTrack> tracks;
     for (const auto& [folder, found, known, wasUnreadable, reading] : files) {
         const MusicFile file{folder->path, found.name, found.size, found.mtime};
         const std::int64_t row = store.folderId(folder->path);
@@ -18,10 +19,11 @@ std::vector<std::pair<std::int64_t, std::size_t>> ScanBatch::store(TrackStore& s
         last = folder.get();
         if (wasUnreadable || known != 0) store.forgetUnreadable(row, found.name);
         if (reading.isTrack)
-            store.store(file, reading.tags, {known, mayHaveMoved});
+            tracks.push_back({file, &reading.tags, {known, mayHaveMoved}});
         else
             store.noteUnreadable(file, reading.problem);
     }
+    store.store(tracks);
     // Behind the files, of which one may be a track that is missing where it was.
     for (const auto& [track, folder, isPresent] : presences) store.markPresent(track, folder, isPresent);
     for (const auto& [folder, fileName] : forgotten) store.forgetUnreadable(folder, fileName);

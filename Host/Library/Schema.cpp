@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "Host/Library/AlbumsMigration.h"
+
 namespace helmo::Schema {
 
 namespace {
@@ -149,7 +151,8 @@ const std::array lateIndices{
     Index{"track_by_album",
           "(album_key, album_id, disc_number, track_number, id, media_type, present) WHERE present = 1"},
     // The time tells files apart almost by itself.
-    Index{"track_by_stamp", "(mtime, size)"}};
+    Index{"track_by_stamp", "(mtime, size)"}, Index{"track_by_identity", "(identity) WHERE identity <> 0"}};
+constexpr std::size_t indicesOfBulk = 3;
 
 /** New tracks are counted many at once, all by more bytes; files that are no tracks are remembered. */
 void countInBulk(Database& database) {
@@ -167,11 +170,11 @@ void countInBulk(Database& database) {
         database.execute("INSERT INTO section_count SELECT " + std::to_string(order) + ", media_type, " +
                          counted("track", countedKeys[order], countedBytes) +
                          ", COUNT(*) FROM track WHERE present = 1 GROUP BY 2, 3");
-    for (const std::string& sql : missingIndices(database)) database.execute(sql);
+    for (std::size_t at = 0; at < indicesOfBulk; ++at) database.execute(lateIndices[at].sql());
 }
 
 /** Step n brings version n to n + 1; new steps go to the end, old ones are never changed. */
-constexpr std::array migrations{makeFirstTables, countInBulk};
+constexpr std::array migrations{makeFirstTables, countInBulk, tellAlbumsByPlace};
 
 }  // namespace
 
@@ -205,6 +208,7 @@ void prepare(Database& database) {
         if (error.kind() != DatabaseError::Kind::Other) throw;
         throw DatabaseError(DatabaseError::damageCode, std::string("not a library: ") + error.what());
     }
+    for (const std::string& sql : missingIndices(database)) database.execute(sql);
     if (version != current) database.execute("PRAGMA user_version = " + std::to_string(current));
     transaction.commit();
 }

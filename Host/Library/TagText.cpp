@@ -1,5 +1,6 @@
 #include "Host/Library/TagText.h"
 
+#include <algorithm>
 #include <charconv>
 
 #include "Platform/Foundation/TextTools.h"
@@ -10,6 +11,8 @@ namespace {
 
 constexpr std::size_t maximumCharacters = 1024;
 constexpr int maximumNumber = 99999;
+/** What lies outside stands for "none": 0, 1, 9999. */
+constexpr int earliestYear = 1000, latestYear = 2999;
 
 bool isControl(char32_t character) {
     return character < 0x20 || (character >= 0x7f && character < 0xa0) || character == 0x2028 ||
@@ -57,12 +60,16 @@ int numberBehindSlash(std::string_view text) {
 
 std::optional<zornic::Date> parsedDate(std::string_view text) {
     using namespace std::chrono;
+    const auto digits = std::min(text.find_first_not_of("0123456789"), text.size());
     const auto yearNumber = digitsAt(text, 0, 4);
-    if (!yearNumber || *yearNumber == 0) return std::nullopt;
-    const bool hasMonth = text.size() > 4 && text[4] == '-';
-    const bool hasDay = hasMonth && text.size() > 7 && text[7] == '-';
-    const int monthNumber = hasMonth ? digitsAt(text, 5, 2).value_or(1) : 1;
-    const int dayNumber = hasDay ? digitsAt(text, 8, 2).value_or(1) : 1;
+    if (!yearNumber || *yearNumber < earliestYear || *yearNumber > latestYear) return std::nullopt;
+    if (digits != 4 && digits != 8) return std::nullopt;
+    const bool isCompact = digits == 8;
+    const std::size_t monthAt = isCompact ? 4 : 5, dayAt = isCompact ? 6 : 8;
+    const bool hasMonth = isCompact || (text.size() > 4 && text[4] == '-');
+    const bool hasDay = isCompact || (hasMonth && text.size() > 7 && text[7] == '-');
+    const int monthNumber = hasMonth ? digitsAt(text, monthAt, 2).value_or(1) : 1;
+    const int dayNumber = hasDay ? digitsAt(text, dayAt, 2).value_or(1) : 1;
     year_month_day date{year(*yearNumber), month(static_cast<unsigned>(monthNumber)),
                         day(static_cast<unsigned>(dayNumber))};
     if (!date.ok()) date = year_month_day{year(*yearNumber), month(1), day(1)};

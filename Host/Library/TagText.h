@@ -17,8 +17,8 @@ int firstNumber(std::string_view text);
 /** Number behind the slash of "7/12"; 0 without one. */
 int numberBehindSlash(std::string_view text);
 
-/** Date of "2004", "2004-05" or "2004-05-17...": missing parts are the first of their kind. None when it is
- * no date. */
+/** Date of "2004", "2004-05", "2004-05-17..." or "20040517": what is missing or impossible is the first of
+   its kind. None when it is no date, or no year that any music is of. */
 std::optional<zornic::Date> parsedDate(std::string_view text);
 
 }  // namespace helmo

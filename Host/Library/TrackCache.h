@@ -18,11 +18,13 @@ struct TrackCache {
     std::unordered_map<std::string, Collection> collections;
     std::string folder;
     std::int64_t folderId = 0;
+    /** Where albums in `folder` lie: the folder, or the one around the discs. */
+    std::int64_t place = 0;
 
     void clear() {
         collections.clear();
         folder.clear();
-        folderId = 0;
+        folderId = place = 0;
     }
 };
 

@@ -1,10 +1,10 @@
 #include "Host/Library/TrackStore.h"
 
 #include <chrono>
-#include <random>
 
-#include "Host/Library/MediaFiles.h"
+#include "Host/Library/AlbumFolder.h"
 #include "Host/Library/Schema.h"
+#include "Host/Library/TrackIdentity.h"
 #include "Platform/Media/MediaProperty.h"
 
 namespace helmo {
@@ -13,18 +13,10 @@ namespace {
 
 using zornic::MediaGrouping;
 
-constexpr auto album = static_cast<std::int64_t>(MediaGrouping::Album);
 constexpr auto artist = static_cast<std::int64_t>(MediaGrouping::Artist);
-constexpr auto albumArtist = static_cast<std::int64_t>(MediaGrouping::AlbumArtist);
 constexpr auto composer = static_cast<std::int64_t>(MediaGrouping::Composer);
 constexpr auto genre = static_cast<std::int64_t>(MediaGrouping::Genre);
 constexpr auto podcast = static_cast<std::int64_t>(MediaGrouping::PodcastTitle);
-
-/** Random and positive, so that it is the same number signed and unsigned. */
-std::int64_t newPersistentID() {
-    thread_local std::mt19937_64 generator{std::random_device{}()};
-    return static_cast<std::int64_t>(generator() >> 1 | 1);
-}
 
 std::int64_t secondsSince1970(zornic::Date date) {
     return std::chrono::floor<std::chrono::seconds>(date).time_since_epoch().count();
@@ -36,23 +28,18 @@ std::int64_t now() {
 
 SqlValue idOrNull(std::int64_t id) { return id == 0 ? SqlValue() : SqlValue(id); }
 
-/** Whose album it is: a compilation without an album artist is nobody's. */
-const std::string& albumArtistOf(const TrackTags& tags) {
-    return tags.albumArtist.empty() && !tags.isCompilation ? tags.artist : tags.albumArtist;
-}
-
 constexpr const char* updateTrack =
     "UPDATE track SET folder_id = ?, file_name = ?, size = ?, mtime = ?, present = 1, title = ?, "
     "sort_title = ?, artist_id = ?, album_id = ?, album_artist_id = ?, genre_id = ?, composer_id = ?, "
     "podcast_id = ?, title_key = ?, artist_key = ?, album_artist_key = ?, album_key = ?, media_type = ?, "
     "is_explicit = ?, is_compilation = ?, track_number = ?, track_count = ?, disc_number = ?, "
-    "duration = ?, release_date = ?, year = ?, picture = ? WHERE id = ?";
+    "duration = ?, release_date = ?, year = ?, picture = ?, album_claim = ?, identity = ? WHERE id = ?";
 constexpr const char* insertTrack =
     "INSERT INTO track (folder_id, file_name, size, mtime, title, sort_title, artist_id, album_id, "
     "album_artist_id, genre_id, composer_id, podcast_id, title_key, artist_key, album_artist_key, album_key, "
     "media_type, is_explicit, is_compilation, track_number, track_count, disc_number, duration, "
-    "release_date, year, picture, pid, date_added) VALUES "
-    "(?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?) "
+    "release_date, year, picture, album_claim, identity, pid, date_added) VALUES "
+    "(?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?) "
     "ON CONFLICT (folder_id, file_name) DO NOTHING";
 
 }  // namespace
@@ -75,6 +62,8 @@ TrackStore::~TrackStore() {
 }
 
 void TrackStore::commit(Transaction& transaction) {
+    for (const auto& [group, returned] : _unsettled) _albums.settleAgain(group, returned);
+    _unsettled.clear();
     if (!_counts.isEmpty()) _counts.store(_database);
     transaction.commit();
     _isCommitted = true;
@@ -105,13 +94,28 @@ std::unordered_map<std::int64_t, std::string> TrackStore::folders() {
 
 std::int64_t TrackStore::folderId(const std::filesystem::path& folder) {
     if (_cache.folderId != 0 && _cache.folder == folder.native()) return _cache.folderId;
-    auto id = _database.integer({"SELECT id FROM folder WHERE path = ?", {folder.native()}});
-    if (id == 0) {
-        _database.run({"INSERT INTO folder (path) VALUES (?)", {folder.native()}});
+    auto row =
+        _database.prepare({"SELECT id, IFNULL(disc_of, id) FROM folder WHERE path = ?", {folder.native()}});
+    std::int64_t id = 0, place = 0;
+    if (row.step()) {
+        id = row.integer(0);
+        place = row.integer(1);
+    } else {
+        const AlbumFolder album = AlbumFolder::of(folder);
+        if (album.disc != 0 && album.path != folder) place = folderId(album.path);
+        _database.run(
+            {"INSERT INTO folder (path, disc_of) VALUES (?, ?)", {folder.native(), idOrNull(place)}});
         id = _database.lastInsertedRow();
+        if (place == 0) place = id;
     }
     _cache.folder = folder.native();
+    _cache.place = place;
     return _cache.folderId = id;
+}
+
+std::int64_t TrackStore::placeId(const std::filesystem::path& folder) {
+    folderId(folder);
+    return _cache.place;
 }
 
 void TrackStore::setFolderPicture(std::int64_t folder, const std::string& fileName, std::int64_t stamp) {
@@ -119,88 +123,93 @@ void TrackStore::setFolderPicture(std::int64_t folder, const std::string& fileNa
         {"UPDATE folder SET picture = ?, picture_stamp = ? WHERE id = ?", {fileName, stamp, folder}});
 }
 
-const TrackStore::Collection& TrackStore::collection(std::int64_t kind, const std::string& name,
-                                                     const std::string& sortName, const Collection& owner) {
-    _cacheKey.assign(1, static_cast<char>(kind));
-    _cacheKey.append(reinterpret_cast<const char*>(&owner.id), sizeof owner.id);
-    _cacheKey.append(sortName).append(1, '\n').append(name);
-    if (const auto cached = _cache.collections.find(_cacheKey); cached != _cache.collections.end())
-        return cached->second;
-    return _cache.collections.emplace(_cacheKey, storedCollection(kind, name, sortName, owner)).first->second;
-}
-
-TrackStore::Collection TrackStore::storedCollection(std::int64_t kind, const std::string& name,
-                                                    const std::string& sortName, const Collection& owner) {
-    const std::string folded = SortKey::folded(name);
-    auto found =
-        _database.prepare({"SELECT id, sort_key, sort_name FROM collection "
-                           "WHERE kind = ? AND folded = ? AND owner_id = ?",
-                           {kind, folded, owner.id}});
-    if (found.step()) {
-        Collection known{found.integer(0), found.text(1)};
-        if (!sortName.empty() && found.text(2).empty()) {
-            known.key = _sortKey.make(name, sortName);
-            sortAgain(kind, known.id, sortName, known.key);
-        }
-        _database.run({"UPDATE collection SET name = ?1 WHERE id = ?2 AND name <> ?1", {name, known.id}});
-        return known;
-    }
-    const std::string key = _sortKey.make(name, sortName);
-    _database.run(
-        {"INSERT INTO collection (pid, kind, name, sort_name, folded, owner_id, sort_key, owner_key) "
-         "VALUES (?, ?, ?, ?, ?, ?, ?, ?)",
-         {newPersistentID(), kind, name, sortName, folded, owner.id, Blob{key}, Blob{owner.key}}});
-    return {_database.lastInsertedRow(), key};
-}
-
-void TrackStore::sortAgain(std::int64_t kind, std::int64_t id, const std::string& sortName,
-                           const std::string& key) {
-    if (!_counts.isEmpty()) _counts.store(_database);
-    for (auto& [name, known] : _cache.collections)
-        if (known.id == id) known.key = key;
-    _database.run(
-        {"UPDATE collection SET sort_name = ?, sort_key = ? WHERE id = ?", {sortName, Blob{key}, id}});
-    const auto update = [&](const std::string& sql) { _database.run({sql, {Blob{key}, id}}); };
-    if (kind == artist) update("UPDATE track SET artist_key = ? WHERE artist_id = ?");
-    if (kind == album) update("UPDATE track SET album_key = ? WHERE album_id = ?");
-    if (kind == albumArtist) update("UPDATE track SET album_artist_key = ? WHERE album_artist_id = ?");
-    if (kind == albumArtist) update("UPDATE collection SET owner_key = ? WHERE owner_id = ?");
-}
-
-std::int64_t TrackStore::movedTrack(const MusicFile& file) {
-    auto rows =
-        _database.prepare({"SELECT t.id, f.path FROM track t JOIN folder f ON f.id = t.folder_id "
-                           "WHERE t.mtime = ? AND t.size = ? AND t.file_name = ?",
-                           {file.mtime, file.size, file.name}});
-    while (rows.step())
-        if (!FileStamp::of(std::filesystem::path(rows.text(1)) / file.name)) return rows.integer(0);
-    return 0;
-}
-
 std::int64_t TrackStore::trackOf(const MusicFile& file, std::int64_t folder) {
     return _database.integer(
         {"SELECT id FROM track WHERE folder_id = ? AND file_name = ?", {folder, file.name}});
 }
 
-TrackStore::Membership TrackStore::membershipOf(const TrackTags& tags) {
-    const std::string& owner = albumArtistOf(tags);
-    const std::string& ownerSort = &owner == &tags.artist ? tags.sortArtist : tags.sortAlbumArtist;
-    const Collection& ownerRow = collection(albumArtist, owner, ownerSort);
+TrackStore::Membership TrackStore::membershipOf(const TrackTags& tags, const AlbumGroups::Rows& album) {
     const bool isPodcast = tags.mediaType == zornic::MediaType::Podcast && !tags.albumTitle.empty();
     return {_sortKey.make(tags.title, tags.sortTitle),
-            collection(artist, tags.artist, tags.sortArtist),
-            ownerRow,
-            collection(album, tags.albumTitle, tags.sortAlbumTitle, ownerRow),
-            collection(genre, tags.genre, {}),
-            tags.composer.empty() ? nullptr : &collection(composer, tags.composer, tags.sortComposer),
-            isPodcast ? &collection(podcast, tags.albumTitle, tags.sortAlbumTitle) : nullptr};
+            _collections.row(artist, tags.artist, tags.sortArtist),
+            album.owner,
+            album.album,
+            _collections.row(genre, tags.genre, {}),
+            tags.composer.empty() ? nullptr : &_collections.row(composer, tags.composer, tags.sortComposer),
+            isPodcast ? &_collections.row(podcast, tags.albumTitle, tags.sortAlbumTitle) : nullptr};
+}
+
+std::int64_t TrackStore::knownTrack(const MusicFile& file, const Place& place) {
+    std::int64_t track = place.track ? *place.track : trackOf(file, folderId(file.folder));
+    if (track == 0 && place.mayHaveMoved)
+        track = TrackIdentity::movedTrack(_database, file.name, file.size, file.mtime, _found);
+    if (track != 0) _found.insert(track);
+    return track;
+}
+
+std::vector<std::int64_t> TrackStore::knownTracks(const std::vector<NewTrack>& tracks) {
+    std::vector<std::int64_t> known;
+    for (const auto& [file, tags, place] : tracks) known.push_back(knownTrack(file, place));
+    for (std::size_t at = 0; at < tracks.size(); ++at) {
+        const auto& [file, tags, place] = tracks[at];
+        if (known[at] != 0 || !place.mayHaveMoved) continue;
+        known[at] = TrackIdentity::lostTrack(_database, TrackIdentity::of(*tags), tags->duration, _found);
+        if (known[at] != 0) _found.insert(known[at]);
+    }
+    return known;
+}
+
+std::vector<AlbumGroups::Rows> TrackStore::albumsOf(const std::vector<NewTrack>& tracks,
+                                                    const std::vector<std::int64_t>& known) {
+    struct Group {
+        AlbumGroups::Title title;
+        std::vector<AlbumGroups::Newcomer> newcomers;
+        std::vector<std::size_t> tracks;
+    };
+    std::map<AlbumGroups::Key, Group> groups;
+    std::vector<AlbumGroups::Rows> albums(tracks.size());
+    for (std::size_t at = 0; at < tracks.size(); ++at) {
+        const TrackTags& tags = *tracks[at].tags;
+        const AlbumGroups::Key key{placeId(tracks[at].file.folder), SortKey::folded(tags.albumTitle)};
+        AlbumGroups::Newcomer newcomer{AlbumGroups::fileOf(tags), known[at]};
+        if (const auto old = known[at] != 0 ? _albums.whereIs(known[at]) : std::nullopt) {
+            newcomer.place = old->first.place;
+            newcomer.album = old->second;
+            if (old->first != key && !old->first.folded.empty()) _unsettled[old->first];
+        }
+        if (key.folded.empty()) {
+            albums[at] = _albums.alone(newcomer.file, {}, key.place);
+            continue;
+        }
+        Group& group = groups[key];
+        if (group.title.name.empty()) group.title = {tags.albumTitle, tags.sortAlbumTitle};
+        group.newcomers.push_back(std::move(newcomer));
+        group.tracks.push_back(at);
+    }
+    for (const auto& [key, group] : groups) {
+        auto rows = _albums.settle(key, group.title, group.newcomers);
+        for (std::size_t at = 0; at < rows.size(); ++at) albums[group.tracks[at]] = std::move(rows[at]);
+    }
+    return albums;
+}
+
+void TrackStore::store(const std::vector<NewTrack>& tracks) {
+    const auto known = knownTracks(tracks);
+    const auto albums = albumsOf(tracks, known);
+    for (std::size_t at = 0; at < tracks.size(); ++at)
+        storeRow(tracks[at].file, *tracks[at].tags, known[at], albums[at]);
 }
 
 void TrackStore::store(const MusicFile& file, const TrackTags& tags, const Place& place) {
-    const Membership member = membershipOf(tags);
+    const AlbumGroups::Title title{tags.albumTitle, tags.sortAlbumTitle};
+    storeRow(file, tags, knownTrack(file, place),
+             _albums.alone(AlbumGroups::fileOf(tags), title, placeId(file.folder)));
+}
+
+void TrackStore::storeRow(const MusicFile& file, const TrackTags& tags, std::int64_t track,
+                          const AlbumGroups::Rows& album) {
+    const Membership member = membershipOf(tags, album);
     const std::int64_t folder = folderId(file.folder);
-    std::int64_t track = place.track ? *place.track : trackOf(file, folder);
-    if (track == 0 && place.mayHaveMoved) track = movedTrack(file);
     if (track != 0) countBefore(track);
     Statement& row = track != 0 ? kept(_update, updateTrack) : kept(_insert, insertTrack);
     row.bind(folder).bind(file.name).bind(file.size).bind(file.mtime).bind(tags.title).bind(tags.sortTitle);
@@ -208,19 +217,28 @@ void TrackStore::store(const MusicFile& file, const TrackTags& tags, const Place
     row.bind(idOrNull(Membership::idOf(member.composer))).bind(idOrNull(Membership::idOf(member.podcast)));
     row.bind(Blob{member.titleKey}).bind(Blob{member.artist.key}).bind(Blob{member.albumArtist.key});
     row.bind(Blob{member.album.key}).bind(tags.mediaType).bind(std::int64_t{tags.isExplicit});
-    row.bind(std::int64_t{tags.isCompilation}).bind(std::int64_t{tags.trackNumber});
+    row.bind(std::int64_t{album.isCompilation}).bind(std::int64_t{tags.trackNumber});
     row.bind(std::int64_t{tags.trackCount}).bind(std::int64_t{tags.discNumber}).bind(tags.duration);
     row.bind(tags.releaseDate ? SqlValue(secondsSince1970(*tags.releaseDate)) : SqlValue());
     row.bind(std::int64_t{tags.year}).bind(tags.picture);
+    row.bind(AlbumGroups::claimOf(tags)).bind(TrackIdentity::of(tags));
     if (track != 0) {
         row.bind(track).run();
         return;
     }
     row.bind(newPersistentID()).bind(now()).run();
     // Another program on the same file may have been quicker.
-    if (_database.changes() == 0) return store(file, tags, Place{std::nullopt, false});
+    if (_database.changes() == 0) return storeRow(file, tags, trackOf(file, folder), album);
     member.count(_counts, tags.mediaType);
     if (!_firstAdded) _firstAdded = _database.lastInsertedRow();
+}
+
+/** The album is decided anew when everything is stored. */
+void TrackStore::noteGroup(std::int64_t track, bool isPresent) {
+    const auto where = _albums.whereIs(track);
+    if (!where || where->first.folded.empty()) return;
+    auto& returned = _unsettled[where->first];
+    if (isPresent) returned.insert(track);
 }
 
 void TrackStore::markPresent(std::int64_t track, std::int64_t folder, bool isPresent) {
@@ -230,12 +248,15 @@ void TrackStore::markPresent(std::int64_t track, std::int64_t folder, bool isPre
         .bind(track)
         .bind(folder)
         .run();
+    if (_database.changes() != 0) noteGroup(track, isPresent);
 }
 
 std::int64_t TrackStore::hideFolder(std::int64_t folder) {
     if (!_counts.isEmpty()) _counts.store(_database);
     _database.run({"UPDATE track SET present = 0 WHERE folder_id = ? AND present = 1", {folder}});
-    return _database.changes();
+    const std::int64_t hidden = _database.changes();
+    for (const AlbumGroups::Key& group : _albums.sharedWith(folder)) _unsettled[group];
+    return hidden;
 }
 
 void TrackStore::note(const MusicFile& file, FilePart part, const std::string& reason) {

@@ -1,11 +1,15 @@
 #pragma once
 
 #include <filesystem>
+#include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <unordered_map>
 #include <vector>
 
+#include "Host/Library/AlbumGroups.h"
+#include "Host/Library/CollectionRows.h"
 #include "Host/Library/Database.h"
 #include "Host/Library/PlaylistFileReader.h"
 #include "Host/Library/SortKey.h"
@@ -42,7 +46,12 @@ class TrackStore {
 public:
     /** `cache`: what earlier transactions found; forgotten when this one isn't committed. */
     TrackStore(Database& database, const SortKey& sortKey, TrackCache& cache)
-        : _database(database), _sortKey(sortKey), _cache(cache) {}
+
+        : _database(database),
+          _sortKey(sortKey),
+          _cache(cache),
+          _collections(database, sortKey, cache, _counts),
+          _albums(database, _collections, _counts) {}
     ~TrackStore();
     TrackStore(const TrackStore&) = delete;
     TrackStore& operator=(const TrackStore&) = delete;
@@ -57,17 +66,13 @@ public:
     /** Frees what was kept for further transactions. */
     void forgetCache() { _cache.clear(); }
 
-    /** All folders that ever held music, by ID. */
+    /** All folders that ever held music, and those around folders of discs, by ID. */
     std::unordered_map<std::int64_t, std::string> folders();
     /** The row of a folder, made when it is new. */
     std::int64_t folderId(const std::filesystem::path& folder);
     /** Sets the folder's picture. */
     void setFolderPicture(std::int64_t folder, const std::string& fileName, std::int64_t stamp);
 
-    /** Stores what a file says. A file that is new at its place, but is one that vanished elsewhere (same
-       name, size and time), is that track still: it keeps its persistent ID, its play count and its
-       playlists. */
-    void store(const MusicFile& file, const TrackTags& tags) { store(file, tags, Place()); }
     /** What is already known of a file's place. */
     struct Place {
         /** The track there, 0 for none; left out, it is looked up. */
@@ -75,7 +80,23 @@ public:
         /** Whether a new file may have vanished elsewhere. */
         bool mayHaveMoved = true;
     };
+    struct NewTrack {
+        MusicFile file;
+        /** Outlives the call. */
+        const TrackTags* tags;
+        Place place;
+    };
+    /** Stores what files say, and sorts them into albums with those that lie beside them. A file that is new
+       at its place, but is one that vanished elsewhere (the same name, size and time, or the same words in
+       its tags and as long), is that track still: it keeps its persistent ID, its play count and its
+       playlists. */
+    void store(const std::vector<NewTrack>& tracks);
+    /** Stores a file whose album is told by its own tags alone. */
+    void store(const MusicFile& file, const TrackTags& tags) { store(file, tags, Place()); }
     void store(const MusicFile& file, const TrackTags& tags, const Place& place);
+    /** Where tags of the stored files contradict each other: a line for each album of theirs, empty where
+       they don't. */
+    const AlbumGroups::Remarks& albumRemarks() const { return _albums.remarks(); }
     /** Shows or hides a track, as long as it is in `folder`: it may have moved. */
     void markPresent(std::int64_t track, std::int64_t folder, bool isPresent);
     /** Hides all tracks of a folder; how many were there. */
@@ -106,20 +127,18 @@ public:
     void renewSortKeys();
 
 private:
-    using Collection = TrackCache::Collection;
+    using Collection = CollectionRows::Row;
     struct Membership;
-    const Collection& collection(std::int64_t kind, const std::string& name, const std::string& sortName,
-                                 const Collection& owner);
-    const Collection& collection(std::int64_t kind, const std::string& name, const std::string& sortName) {
-        static const Collection nobody;
-        return collection(kind, name, sortName, nobody);
-    }
-    Collection storedCollection(std::int64_t kind, const std::string& name, const std::string& sortName,
-                                const Collection& owner);
-    void sortAgain(std::int64_t kind, std::int64_t id, const std::string& sortName, const std::string& key);
-    Membership membershipOf(const TrackTags& tags);
+    Membership membershipOf(const TrackTags& tags, const AlbumGroups::Rows& album);
+    std::int64_t placeId(const std::filesystem::path& folder);
+    std::vector<std::int64_t> knownTracks(const std::vector<NewTrack>& tracks);
+    std::int64_t knownTrack(const MusicFile& file, const Place& place);
+    std::vector<AlbumGroups::Rows> albumsOf(const std::vector<NewTrack>& tracks,
+                                            const std::vector<std::int64_t>& known);
+    void storeRow(const MusicFile& file, const TrackTags& tags, std::int64_t track,
+                  const AlbumGroups::Rows& album);
+    void noteGroup(std::int64_t track, bool isPresent);
     std::int64_t trackOf(const MusicFile& file, std::int64_t folder);
-    std::int64_t movedTrack(const MusicFile& file);
     std::int64_t trackAt(const std::filesystem::path& file);
     void note(const MusicFile& file, FilePart part, const std::string& reason);
     Statement& kept(std::optional<Statement>& statement, const char* sql);
@@ -129,10 +148,15 @@ private:
     const SortKey& _sortKey;
     TrackCache& _cache;
     TrackCounts _counts;
+    CollectionRows _collections;
+    AlbumGroups _albums;
+    /** Tracks that were found again in this transaction. */
+    std::set<std::int64_t> _found;
+    /** Groups that tracks left, or came back to. */
+    std::map<AlbumGroups::Key, std::set<std::int64_t>> _unsettled;
     /** The first row that this transaction added. */
     std::optional<std::int64_t> _firstAdded;
     bool _isCommitted = false;
-    std::string _cacheKey;
     std::optional<Statement> _insert, _update, _mark;
 };
 
