@@ -1,7 +1,6 @@
 #include "Host/Library/CollectionRows.h"
 
-#include <random>
-
+#include "Host/Library/NewPersistentID.h"
 #include "Platform/Media/MediaProperty.h"
 
 namespace helmo {
@@ -22,11 +21,6 @@ std::string foldedAlbum(const CollectionRows::Album& album) {
 }
 
 }  // namespace
-
-std::int64_t newPersistentID() {
-    thread_local std::mt19937_64 generator{std::random_device{}()};
-    return static_cast<std::int64_t>(generator() >> 1 | 1);
-}
 
 const std::string& CollectionRows::keyOf(std::string& key, std::int64_t kind, const std::string& name,
                                          const std::string& sortName, std::int64_t owner,

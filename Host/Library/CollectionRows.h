@@ -50,7 +50,4 @@ private:
     std::string _key;
 };
 
-/** Random and positive, so that it is the same number signed and unsigned. */
-std::int64_t newPersistentID();
-
 }  // namespace helmo

@@ -25,6 +25,11 @@ void logProblem(const std::filesystem::path& path, const std::string& problem) {
     logLine("scan: " + path.string() + ": " + problem);
 }
 
+/** A hidden playlist counts, unlike what other systems put beside a file under "._" and its name. */
+bool isPassedOver(std::string_view name) {
+    return name.starts_with('.') && (name.starts_with("._") || !isPlaylistFile(name));
+}
+
 /** Sorts one entry of a folder into `folder`. */
 void take(int descriptor, const dirent& entry, FolderContents& folder) {
     const std::string_view name = entry.d_name;
@@ -80,7 +85,7 @@ bool FolderWalk::list(int descriptor, FolderContents& folder) {
         return false;
     }
     for (errno = 0; const dirent* entry = ::readdir(listing.get()); errno = 0)
-        if (entry->d_name[0] != '.') take(::dirfd(listing.get()), *entry, folder);
+        if (!isPassedOver(entry->d_name)) take(::dirfd(listing.get()), *entry, folder);
     if (errno != 0) logFailure(folder.path, folder.medium, errno);
     std::ranges::sort(folder.music, {}, &FoundFile::name);
     for (auto* names : {&folder.playlists, &folder.pictures, &folder.folders}) std::ranges::sort(*names);

@@ -18,7 +18,8 @@ struct FoundFile {
     std::int64_t mtime = 0;
 };
 
-/** What lies in one folder, sorted by name, without what is hidden and what is no regular file. */
+/** What lies in one folder, sorted by name, without what is hidden and what is no regular file. Playlists
+   whose names begin with a dot are among the others. */
 struct FolderContents {
     std::filesystem::path path;
     /** For `FolderWalk::isGone`. */

@@ -6,6 +6,7 @@
 #include "Host/Library/FileNameTags.h"
 #include "Host/Library/MediaFiles.h"
 #include "Host/Library/PictureFinder.h"
+#include "Host/Library/PlaylistScan.h"
 #include "Host/Library/Schema.h"
 #include "Host/Log.h"
 
@@ -194,32 +195,8 @@ void LibraryScan::hideWhatIsGone() {
 }
 
 void LibraryScan::scanPlaylists() {
-    KnownFiles known = _library.readers()->read(
-        KnownFiles(), [](Database& database) { return TrackStore::playlistFiles(database); });
-    for (const auto& file : _playlists) {
-        if (isEnding()) return;
-        storePlaylist(file, known);
-    }
-    for (const auto& [path, playlist] : known) {
-        if (!playlist.isPresent || _playlists.contains(path)) continue;
-        _library.write([id = playlist.id](TrackStore& store) { store.hidePlaylist(id); });
+    if (PlaylistScan(_library, _roots, _playlists, [this] { return isEnding(); }).run())
         _isUnannounced = true;
-    }
-}
-
-void LibraryScan::storePlaylist(const std::filesystem::path& file, const KnownFiles& known) {
-    const auto stamp = FileStamp::of(file);
-    if (!stamp) return;
-    const auto found = known.find(file.string());
-    const bool isAsKnown = found != known.end() && found->second.isPresent &&
-                           found->second.size == stamp->size && found->second.mtime == stamp->mtime;
-    // An unchanged file may name tracks that are known only now.
-    if (isAsKnown && !_hasChanged) return;
-    const PlaylistFile list = readPlaylistFile(file);
-    if (!isAsKnown)
-        for (const std::string& problem : list.problems) logLine("scan: " + problem);
-    _library.write([&](TrackStore& store) { store.storePlaylist(file, stamp->size, stamp->mtime, list); });
-    _isUnannounced = true;
 }
 
 void LibraryScan::announce(bool isEnd) {

@@ -58,7 +58,6 @@ private:
     void makeMissingIndices();
     void hideWhatIsGone();
     void scanPlaylists();
-    void storePlaylist(const std::filesystem::path& file, const KnownFiles& known);
     void noteChange() { _hasChanged = _isUnannounced = true; }
     void announce(bool isEnd);
 

@@ -30,7 +30,7 @@ bool isMusicFile(std::string_view name) {
 
 bool isPictureFile(std::string_view name) { return hasExtension(name, {"jpg", "jpeg", "png", "webp"}); }
 
-bool isPlaylistFile(std::string_view name) { return hasExtension(name, {"m3u", "m3u8"}); }
+bool isPlaylistFile(std::string_view name) { return hasExtension(name, {"m3u", "m3u8", "pls", "xspf"}); }
 
 std::optional<FileStamp> FileStamp::of(const std::filesystem::path& path) {
     struct stat status {};

@@ -81,8 +81,9 @@ SqlQuery condition(const zornic::MediaPredicate& predicate) {
 }
 
 const char* holdsTrack() {
-    return "t.id IN (WITH RECURSIVE inside (id) AS (SELECT id FROM playlist WHERE pid = ? UNION SELECT c.id "
-           "FROM playlist c JOIN inside ON c.parent_id = inside.id) "
+    return "t.id IN (WITH RECURSIVE inside (id) AS (SELECT id FROM playlist WHERE pid = ? AND present = 1 "
+           "UNION "
+           "SELECT c.id FROM playlist c JOIN inside ON c.parent_id = inside.id WHERE c.present = 1) "
            "SELECT i.track_id FROM playlist_item i WHERE i.playlist_id IN (SELECT id FROM inside))";
 }
 

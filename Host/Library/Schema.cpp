@@ -173,8 +173,19 @@ void countInBulk(Database& database) {
     for (std::size_t at = 0; at < indicesOfBulk; ++at) database.execute(lateIndices[at].sql());
 }
 
+/** What a playlist names that is no track yet is kept by its path. Playlists are read again for it: it isn't
+   noted yet which music folders they were read with. */
+void keepGapsOfPlaylists(Database& database) {
+    database.execute(
+        "ALTER TABLE playlist ADD COLUMN names_others INTEGER NOT NULL DEFAULT 0;"
+        "CREATE TABLE playlist_gap ("
+        "playlist_id INTEGER NOT NULL REFERENCES playlist (id) ON DELETE CASCADE, position INTEGER NOT NULL,"
+        "path TEXT NOT NULL, PRIMARY KEY (playlist_id, position)) WITHOUT ROWID;"
+        "CREATE INDEX playlist_gap_by_path ON playlist_gap (path);");
+}
+
 /** Step n brings version n to n + 1; new steps go to the end, old ones are never changed. */
-constexpr std::array migrations{makeFirstTables, countInBulk, tellAlbumsByPlace};
+constexpr std::array migrations{makeFirstTables, countInBulk, tellAlbumsByPlace, keepGapsOfPlaylists};
 
 }  // namespace
 

@@ -207,7 +207,7 @@ std::shared_ptr<const zornic::ImageSource> SqliteMediaLibrary::readCover(const M
 
 void SqliteMediaLibrary::removePlaylist(const zornic::MediaPlaylist& playlist) {
     const auto id = static_cast<std::int64_t>(playlist.persistentID());
-    writeSoon({[id](TrackStore& store) { store.removePlaylist(id); }, true});
+    writeSoon({[id](TrackStore& store) { store.playlists().remove(id); }, true});
 }
 
 void SqliteMediaLibrary::noteItemPlayed(PersistentID persistentID) {

@@ -3,6 +3,7 @@
 #include <chrono>
 
 #include "Host/Library/AlbumFolder.h"
+#include "Host/Library/NewPersistentID.h"
 #include "Host/Library/Schema.h"
 #include "Host/Library/TrackIdentity.h"
 #include "Platform/Media/MediaProperty.h"
@@ -210,6 +211,7 @@ void TrackStore::storeRow(const MusicFile& file, const TrackTags& tags, std::int
                           const AlbumGroups::Rows& album) {
     const Membership member = membershipOf(tags, album);
     const std::int64_t folder = folderId(file.folder);
+    const bool isKnownHere = track != 0 && trackOf(file, folder) == track;
     if (track != 0) countBefore(track);
     Statement& row = track != 0 ? kept(_update, updateTrack) : kept(_insert, insertTrack);
     row.bind(folder).bind(file.name).bind(file.size).bind(file.mtime).bind(tags.title).bind(tags.sortTitle);
@@ -224,13 +226,16 @@ void TrackStore::storeRow(const MusicFile& file, const TrackTags& tags, std::int
     row.bind(AlbumGroups::claimOf(tags)).bind(TrackIdentity::of(tags));
     if (track != 0) {
         row.bind(track).run();
+        if (!isKnownHere) _playlists.fillGaps(track, file.path());
         return;
     }
     row.bind(newPersistentID()).bind(now()).run();
     // Another program on the same file may have been quicker.
     if (_database.changes() == 0) return storeRow(file, tags, trackOf(file, folder), album);
     member.count(_counts, tags.mediaType);
-    if (!_firstAdded) _firstAdded = _database.lastInsertedRow();
+    track = _database.lastInsertedRow();
+    if (!_firstAdded) _firstAdded = track;
+    _playlists.fillGaps(track, file.path());
 }
 
 /** The album is decided anew when everything is stored. */
@@ -286,45 +291,6 @@ bool TrackStore::isUnreadablePicture(Database& database, const MusicFile& file) 
 
 void TrackStore::forgetUnreadable(std::int64_t folder, const std::string& fileName) {
     _database.run({"DELETE FROM unreadable WHERE folder_id = ? AND file_name = ?", {folder, fileName}});
-}
-
-KnownFiles TrackStore::playlistFiles(Database& database) {
-    KnownFiles files;
-    auto rows =
-        database.prepare({"SELECT path, id, size, mtime, present FROM playlist WHERE path IS NOT NULL", {}});
-    while (rows.step())
-        files[rows.text(0)] = {rows.integer(1), rows.integer(2), rows.integer(3), rows.integer(4) != 0};
-    return files;
-}
-
-std::int64_t TrackStore::trackAt(const std::filesystem::path& file) {
-    return _database.integer(
-        {"SELECT t.id FROM folder f JOIN track t ON t.folder_id = f.id "
-         "WHERE f.path = ? AND t.file_name = ?",
-         {file.parent_path().string(), file.filename().string()}});
-}
-
-void TrackStore::storePlaylist(const std::filesystem::path& file, std::int64_t size, std::int64_t mtime,
-                               const PlaylistFile& list) {
-    _database.run(
-        {"INSERT INTO playlist (pid, name, sort_key, is_deletable, path, size, mtime) "
-         "VALUES (?, ?, ?, 0, ?, ?, ?) ON CONFLICT (path) DO UPDATE SET name = excluded.name, "
-         "sort_key = excluded.sort_key, size = excluded.size, mtime = excluded.mtime, present = 1",
-         {newPersistentID(), list.name, Blob{_sortKey.make(list.name)}, file.string(), size, mtime}});
-    const auto playlist = _database.integer({"SELECT id FROM playlist WHERE path = ?", {file.string()}});
-    _database.run({"DELETE FROM playlist_item WHERE playlist_id = ?", {playlist}});
-    std::int64_t position = 0;
-    for (const auto& entry : list.entries)
-        if (const auto track = trackAt(entry))
-            _database.run({"INSERT INTO playlist_item VALUES (?, ?, ?)", {playlist, position++, track}});
-}
-
-void TrackStore::hidePlaylist(std::int64_t playlist) {
-    _database.run({"UPDATE playlist SET present = 0 WHERE id = ?", {playlist}});
-}
-
-void TrackStore::removePlaylist(std::int64_t persistentID) {
-    _database.run({"DELETE FROM playlist WHERE pid = ? AND is_deletable = 1", {persistentID}});
 }
 
 void TrackStore::notePlayed(std::int64_t persistentID) {

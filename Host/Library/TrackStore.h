@@ -11,22 +11,13 @@
 #include "Host/Library/AlbumGroups.h"
 #include "Host/Library/CollectionRows.h"
 #include "Host/Library/Database.h"
-#include "Host/Library/PlaylistFileReader.h"
+#include "Host/Library/PlaylistStore.h"
 #include "Host/Library/SortKey.h"
 #include "Host/Library/TagReader.h"
 #include "Host/Library/TrackCache.h"
 #include "Host/Library/TrackCounts.h"
 
 namespace helmo {
-
-/** A playlist file as the database knows it. */
-struct KnownFile {
-    std::int64_t id = 0;
-    std::int64_t size = 0;
-    std::int64_t mtime = 0;
-    bool isPresent = false;
-};
-using KnownFiles = std::unordered_map<std::string, KnownFile>;
 
 /** A music file as it lies on the disk. */
 struct MusicFile {
@@ -40,16 +31,16 @@ struct MusicFile {
 /** What can be broken in a file. */
 enum class FilePart : std::int64_t { Tags = 0, Picture = 1 };
 
-/** Writes tracks, what they belong to, and playlists. Lives within one transaction of the writing connection,
-   which ends with `commit`. Throws. */
+/** Writes tracks and what they belong to, and lets playlists be written. Lives within one transaction of the
+   writing connection, which ends with `commit`. Throws. */
 class TrackStore {
 public:
     /** `cache`: what earlier transactions found; forgotten when this one isn't committed. */
     TrackStore(Database& database, const SortKey& sortKey, TrackCache& cache)
-
         : _database(database),
           _sortKey(sortKey),
           _cache(cache),
+          _playlists(database, sortKey),
           _collections(database, sortKey, cache, _counts),
           _albums(database, _collections, _counts) {}
     ~TrackStore();
@@ -111,14 +102,8 @@ public:
     /** Forgets both. */
     void forgetUnreadable(std::int64_t folder, const std::string& fileName);
 
-    /** Playlist files by path. Any connection may be asked. */
-    static KnownFiles playlistFiles(Database& database);
-    /** Stores a playlist file; entries that are no known tracks are left out. */
-    void storePlaylist(const std::filesystem::path& file, std::int64_t size, std::int64_t mtime,
-                       const PlaylistFile& list);
-    void hidePlaylist(std::int64_t playlist);
-    /** Removes a playlist that may be deleted. */
-    void removePlaylist(std::int64_t persistentID);
+    /** Playlists, in the same transaction. */
+    PlaylistStore& playlists() { return _playlists; }
     void notePlayed(std::int64_t persistentID);
 
     /** Whether the stored keys were made as they are made now. */
@@ -139,7 +124,6 @@ private:
                   const AlbumGroups::Rows& album);
     void noteGroup(std::int64_t track, bool isPresent);
     std::int64_t trackOf(const MusicFile& file, std::int64_t folder);
-    std::int64_t trackAt(const std::filesystem::path& file);
     void note(const MusicFile& file, FilePart part, const std::string& reason);
     Statement& kept(std::optional<Statement>& statement, const char* sql);
     void countBefore(std::int64_t track);
@@ -147,6 +131,7 @@ private:
     Database& _database;
     const SortKey& _sortKey;
     TrackCache& _cache;
+    PlaylistStore _playlists;
     TrackCounts _counts;
     CollectionRows _collections;
     AlbumGroups _albums;

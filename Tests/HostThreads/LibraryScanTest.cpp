@@ -288,34 +288,6 @@ TEST_F(LibraryScanTest, PicturesComeFromTheFileOrItsFolderAndEqualOnesShareAToke
     EXPECT_EQ(bytes("Three"), "whole again");
 }
 
-TEST_F(LibraryScanTest, PlaylistFilesBecomePlaylists) {
-    song("a/Ärger.wav", {{"TITLE", "One"}});
-    song("a/two.wav", {{"TITLE", "Two"}});
-    write("a/drive.m3u",
-          "\xef\xbb\xbf#EXTM3U\r\n#PLAYLIST:On the Road\r\n#EXTINF:1,x\r\ntwo.wav\r\n\xc3\x84rger.wav\n"
-          "missing.wav\nhttp://example.org/stream\n..\\a\\two.wav\n" +
-              std::string(5000, 'x') + "\n" + (music() / "a/two.wav").string());
-    write("old.m3u", "a/\xc4rger.wav\n");  // Latin-1
-    scan();
-    const auto playlists = [&] { return query(MediaGrouping::Playlist)->collections(); };
-    EXPECT_EQ(texts(*playlists(), zornic::MediaPlaylistProperty::Name), (Texts{"old", "On the Road"}));
-    const auto drive = std::dynamic_pointer_cast<zornic::MediaPlaylist>(playlists()->entityAtIndex(1));
-    EXPECT_EQ(titles(*drive->itemsQuery()), (Texts{"Two", "One", "Two", "Two"}));
-    EXPECT_FALSE(drive->isDeletable());
-    EXPECT_EQ(drive->parentPersistentID(), 0u);
-    const auto old = std::dynamic_pointer_cast<zornic::MediaPlaylist>(playlists()->entityAtIndex(0));
-    EXPECT_EQ(titles(*old->itemsQuery()), Texts{"One"});
-    _library->removePlaylist(*drive);
-    EXPECT_EQ(playlists()->count(), 2u);
-
-    song("a/missing.wav", {{"TITLE", "Late"}});
-    scan();
-    EXPECT_EQ(titles(*drive->itemsQuery()), (Texts{"Two", "One", "Late", "Two", "Two"}));
-    fs::remove(music() / "a/drive.m3u");
-    scan();
-    EXPECT_EQ(playlists()->count(), 1u);
-}
-
 TEST_F(LibraryScanTest, GoesOnceThroughLinkedFoldersAndStopsWhenItsOwnerGoes) {
     for (int at = 0; at < 30; ++at)
         song("a/" + std::to_string(at) + ".wav", {{"TITLE", "T" + std::to_string(at)}});
