@@ -44,6 +44,7 @@ HelmoApplication::HelmoApplication(CommandLine commandLine) : _commandLine(std::
 }
 
 HelmoApplication::~HelmoApplication() {
+    _bookmarkKeeper = nullptr;
     if (_library) _library->stopWaiting();
     _libraryNotice = nullptr;
     _scanner = nullptr;
@@ -113,6 +114,7 @@ void HelmoApplication::makePlayer() {
     }
     _player = make<AVController>(std::move(engine));
     if (isVirtual()) _player->setShuffleSeed(1);  // a script gets the same answers each time
+    _bookmarkKeeper = make<BookmarkKeeper>(_player, _library);
     _player->setActiveShuffleType(_settings->values().shuffleType);
     _player->setActiveRepeatType(_settings->values().repeatType);
 }

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "Host/Automation/AutomationTarget.h"
+#include "Host/BookmarkKeeper.h"
 #include "Host/Display/HostImageLoader.h"
 #include "Host/Display/PangoTextEngine.h"
 #include "Host/Display/SdlDisplay.h"
@@ -76,6 +77,7 @@ private:
     std::unique_ptr<Scanner> _scanner;
     std::shared_ptr<zornic::Screen> _screen;
     std::shared_ptr<zornic::AVController> _player;
+    std::shared_ptr<BookmarkKeeper> _bookmarkKeeper;
     std::shared_ptr<HostDefaults> _defaults;
     std::shared_ptr<HostTabBarController> _tabs;
     std::shared_ptr<HostServiceProvider> _serviceProvider;

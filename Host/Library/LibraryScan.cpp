@@ -5,6 +5,7 @@
 #include "Host/Library/AlbumFolder.h"
 #include "Host/Library/FileNameTags.h"
 #include "Host/Library/MediaFiles.h"
+#include "Host/Library/MediaKind.h"
 #include "Host/Library/PictureFinder.h"
 #include "Host/Library/PlaylistScan.h"
 #include "Host/Library/Schema.h"
@@ -121,9 +122,12 @@ void LibraryScan::takeReading(ScanBatch::File file) {
         // What is no fault of the file may be over the next time.
         if (!obstacle.empty()) return;
     }
-    if (reading.isTrack && reading.tags.title.empty())
-        completeFromFileName(reading.tags, folder.path / file.file.name, folder.root);
-    completeDisc(reading.tags, folder.path, folder.root);
+    if (reading.isTrack) {
+        const auto path = folder.path / file.file.name;
+        if (reading.tags.title.empty()) completeFromFileName(reading.tags, path, folder.root);
+        completeDisc(reading.tags, folder.path, folder.root);
+        MediaKind::decide(reading.tags, path, folder.root);
+    }
     ++_progress.read;
     if (_batch.files.empty()) _batchBegan = Clock::now();
     _batch.files.push_back(std::move(file));

@@ -25,8 +25,14 @@ bool hasExtension(std::string_view name, std::initializer_list<std::string_view>
 
 bool isMusicFile(std::string_view name) {
     return hasExtension(name, {"mp3", "flac", "ogg", "oga", "opus", "m4a", "m4b", "aac", "wav", "aiff", "aif",
-                               "wv", "ape", "mpc", "wma", "mka"});
+                               "wv",  "ape",  "mpc", "wma", "mka",  "mp4", "m4v", "mov", "mkv", "webm"});
 }
+
+bool isAudiobookFile(std::string_view name) { return hasExtension(name, {"m4b"}); }
+
+bool isSoundFile(std::string_view name) { return hasExtension(name, {"m4a", "m4b", "mka"}); }
+
+bool isMatroskaFile(std::string_view name) { return hasExtension(name, {"mka", "mkv", "webm"}); }
 
 bool isPictureFile(std::string_view name) { return hasExtension(name, {"jpg", "jpeg", "png", "webp"}); }
 

@@ -8,8 +8,13 @@
 
 namespace helmo {
 
-/** Whether a file is music, a picture or a playlist, by its name's extension in any case. */
+/** Whether a file is music (a film with sound is), a book, a picture or a playlist, by its name's extension
+   in any case. */
 bool isMusicFile(std::string_view name);
+bool isAudiobookFile(std::string_view name);
+/** Of the kinds that may hold films as well: whether the name says that it is sound alone, or Matroska. */
+bool isSoundFile(std::string_view name);
+bool isMatroskaFile(std::string_view name);
 bool isPictureFile(std::string_view name);
 bool isPlaylistFile(std::string_view name);
 

@@ -3,6 +3,7 @@
 #include <array>
 
 #include "Host/Library/AlbumsMigration.h"
+#include "Host/Library/ChapterTable.h"
 
 namespace helmo::Schema {
 
@@ -184,8 +185,15 @@ void keepGapsOfPlaylists(Database& database) {
         "CREATE INDEX playlist_gap_by_path ON playlist_gap (path);");
 }
 
+/** Chapters, and kinds that weren't told apart before, are read from the files once more. */
+void addChapters(Database& database) {
+    ChapterTable::make(database);
+    database.execute("UPDATE track SET size = -1");
+}
+
 /** Step n brings version n to n + 1; new steps go to the end, old ones are never changed. */
-constexpr std::array migrations{makeFirstTables, countInBulk, tellAlbumsByPlace, keepGapsOfPlaylists};
+constexpr std::array migrations{makeFirstTables, countInBulk, tellAlbumsByPlace, keepGapsOfPlaylists,
+                                addChapters};
 
 }  // namespace
 

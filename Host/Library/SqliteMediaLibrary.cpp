@@ -4,6 +4,7 @@
 #include <charconv>
 #include <chrono>
 
+#include "Host/Library/ChapterTable.h"
 #include "Host/Library/ItemColumns.h"
 #include "Host/Library/PlaylistColumns.h"
 #include "Host/Library/SqliteQueryResult.h"
@@ -139,7 +140,12 @@ Dictionary SqliteMediaLibrary::valuesOfItem(PersistentID persistentID,
                                             const std::vector<std::string>& properties) const {
     static const std::string sql = "SELECT " + ItemColumns::columns() + " FROM " + ItemColumns::tables() +
                                    " WHERE t.pid = ? AND t.present = 1";
-    return valuesOf({sql, {static_cast<std::int64_t>(persistentID)}}, ItemColumns::values, properties);
+    const auto values = [&](const Statement& row) {
+        auto stored = ItemColumns::values(row);
+        _bookmarks.apply(persistentID, stored);
+        return stored;
+    };
+    return valuesOf({sql, {static_cast<std::int64_t>(persistentID)}}, values, properties);
 }
 
 Dictionary SqliteMediaLibrary::valuesOfPlaylist(PersistentID persistentID,
@@ -147,6 +153,13 @@ Dictionary SqliteMediaLibrary::valuesOfPlaylist(PersistentID persistentID,
     static const std::string sql =
         "SELECT " + PlaylistColumns::columns() + " FROM playlist p WHERE p.pid = ? AND p.present = 1";
     return valuesOf({sql, {static_cast<std::int64_t>(persistentID)}}, PlaylistColumns::values, properties);
+}
+
+std::vector<zornic::MediaChapter> SqliteMediaLibrary::chaptersOfItem(PersistentID persistentID,
+                                                                     zornic::MediaChapterType type) const {
+    return readers()->read(std::vector<zornic::MediaChapter>(), [&](Database& database) {
+        return ChapterTable::ofItem(database, persistentID, type);
+    });
 }
 
 std::vector<std::filesystem::path> SqliteMediaLibrary::filesWithPicture(std::int64_t picture) const {
@@ -215,9 +228,21 @@ void SqliteMediaLibrary::noteItemPlayed(PersistentID persistentID) {
     writeSoon({[id](TrackStore& store) { store.notePlayed(id); }});
 }
 
+void SqliteMediaLibrary::setBookmark(PersistentID persistentID, std::optional<double> time) {
+    _bookmarks.set(persistentID, time);
+    const auto store = [this, persistentID](TrackStore& tracks) {  // a change never outlives the library
+        if (const auto last = _bookmarks.of(persistentID))
+            tracks.setBookmark(static_cast<std::int64_t>(persistentID), *last);
+    };
+    writeSoon({store, false, persistentID});
+}
+
 void SqliteMediaLibrary::writeSoon(Change change) {
     {
         std::lock_guard lock(_pendingMutex);
+        if (change.bookmarkOf != 0)
+            std::erase_if(_pending,
+                          [&](const Change& known) { return known.bookmarkOf == change.bookmarkOf; });
         if (_pending.size() >= maximumPendingChanges) _pending.erase(_pending.begin());
         _pending.push_back(std::move(change));
         _hasPending = true;

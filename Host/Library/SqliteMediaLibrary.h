@@ -6,6 +6,7 @@
 #include <mutex>
 #include <vector>
 
+#include "Host/Library/Bookmarks.h"
 #include "Host/Library/CoverReader.h"
 #include "Host/Library/LibraryStorage.h"
 #include "Host/Library/SortKey.h"
@@ -51,10 +52,16 @@ public:
                                     const std::vector<std::string>& properties) const override;
     zornic::Dictionary valuesOfPlaylist(zornic::PersistentID persistentID,
                                         const std::vector<std::string>& properties) const override;
+    std::vector<zornic::MediaChapter> chaptersOfItem(zornic::PersistentID persistentID,
+                                                     zornic::MediaChapterType type) const override;
     std::shared_ptr<const zornic::ImageSource> loadArtwork(const std::string& token, zornic::Size fittingSize,
                                                            double scale) const override;
     void removePlaylist(const zornic::MediaPlaylist& playlist) override;
     void noteItemPlayed(zornic::PersistentID persistentID) override;
+
+    /** Remembers how many seconds of an item were heard; none: it begins anew. Read back at once, stored in
+       the background. Any thread. */
+    void setBookmark(zornic::PersistentID persistentID, std::optional<double> time);
 
     /** Told of what keeps the library from being stored: of what there is already, at once, and of what
        follows, on any thread. */
@@ -104,6 +111,8 @@ private:
     struct Change {
         std::function<void(TrackStore&)> perform;
         bool isSeen = false;
+        /** Of a bookmark, the item's: it stores the last one that was set, so that one waiting is enough. */
+        zornic::PersistentID bookmarkOf = 0;
     };
     /** Stores `change` in the background; what can't be stored now goes with what comes later. */
     void writeSoon(Change change);
@@ -127,6 +136,7 @@ private:
     std::atomic<bool> _isStoring{false}, _isEnding{false}, _isReplacing{false}, _hasPending{false};
     std::mutex _pendingMutex;
     std::vector<Change> _pending;
+    Bookmarks _bookmarks;
     /** Writes that nobody waits for. Last: ends first. */
     zornic::SerialQueue _writes{"helmo.library.writes", zornic::QueuePriority::Background};
 };

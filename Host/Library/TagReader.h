@@ -1,15 +1,26 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "Platform/Foundation/Value.h"
 #include "Platform/Media/MediaProperty.h"
 
 namespace helmo {
+
+/** A mark inside a file: where a chapter begins, how long it is and what it is called. */
+struct TrackChapter {
+    std::chrono::milliseconds start{0}, duration{0};
+    std::string title;
+    friend bool operator==(const TrackChapter&, const TrackChapter&) = default;
+};
+/** What lies behind so many chapters is left out. */
+inline constexpr std::size_t maximumChapters = 2000;
 
 /** What a music file says about itself. Texts are valid UTF-8 without control characters and of bounded
    length; empty or 0 where the file says nothing. */
@@ -20,7 +31,11 @@ struct TrackTags {
     std::string albumArtist, sortAlbumArtist;
     std::string composer, sortComposer;
     std::string genre;
+    /** As a reader fills it: what the tags say in so many words, or 0; a genre is none of them. What is
+       stored is decided by `MediaKind`. */
     std::int64_t mediaType = zornic::MediaType::Music;
+    /** Whether pictures move to the sound. */
+    bool hasVideo = false;
     bool isExplicit = false;
     bool isCompilation = false;
     int trackNumber = 0, trackCount = 0;
@@ -31,6 +46,8 @@ struct TrackTags {
     int year = 0;
     /** Names the embedded picture by its bytes, so that equal covers are equal; 0 without one. */
     std::int64_t picture = 0;
+    /** By their start, none reaching into the next; `maximumChapters` at most. */
+    std::vector<TrackChapter> chapters;
 };
 
 /** What came of reading one file. */

@@ -3,6 +3,7 @@
 #include <chrono>
 
 #include "Host/Library/AlbumFolder.h"
+#include "Host/Library/ChapterTable.h"
 #include "Host/Library/NewPersistentID.h"
 #include "Host/Library/Schema.h"
 #include "Host/Library/TrackIdentity.h"
@@ -227,7 +228,7 @@ void TrackStore::storeRow(const MusicFile& file, const TrackTags& tags, std::int
     if (track != 0) {
         row.bind(track).run();
         if (!isKnownHere) _playlists.fillGaps(track, file.path());
-        return;
+        return ChapterTable::store(_database, track, tags.chapters, false);
     }
     row.bind(newPersistentID()).bind(now()).run();
     // Another program on the same file may have been quicker.
@@ -236,6 +237,7 @@ void TrackStore::storeRow(const MusicFile& file, const TrackTags& tags, std::int
     track = _database.lastInsertedRow();
     if (!_firstAdded) _firstAdded = track;
     _playlists.fillGaps(track, file.path());
+    ChapterTable::store(_database, track, tags.chapters, true);
 }
 
 /** The album is decided anew when everything is stored. */
@@ -296,6 +298,11 @@ void TrackStore::forgetUnreadable(std::int64_t folder, const std::string& fileNa
 void TrackStore::notePlayed(std::int64_t persistentID) {
     _database.run({"UPDATE track SET play_count = play_count + 1, last_played = ? WHERE pid = ?",
                    {now(), persistentID}});
+}
+
+void TrackStore::setBookmark(std::int64_t persistentID, std::optional<double> time) {
+    _database.run(
+        {"UPDATE track SET bookmark = ? WHERE pid = ?", {time ? SqlValue(*time) : SqlValue(), persistentID}});
 }
 
 bool TrackStore::areSortKeysCurrent() {

@@ -105,6 +105,8 @@ public:
     /** Playlists, in the same transaction. */
     PlaylistStore& playlists() { return _playlists; }
     void notePlayed(std::int64_t persistentID);
+    /** Seconds; none: there is no bookmark. */
+    void setBookmark(std::int64_t persistentID, std::optional<double> time);
 
     /** Whether the stored keys were made as they are made now. */
     bool areSortKeysCurrent();

@@ -4,6 +4,7 @@
 #include <bit>
 #include <cmath>
 #include <cstring>
+#include <span>
 
 #include "Host/Library/TagText.h"
 
@@ -16,7 +17,12 @@ constexpr std::int64_t maximumNumber = 99'999, maximumYear = 9'999;
 constexpr double maximumDuration = 1e9;  // seconds
 constexpr std::size_t lengthBytes = sizeof(std::uint32_t);
 constexpr std::size_t maximumRequest = maximumPictureBytes + 64;
-static_assert(largestTagReply > 12 * (maximumText + 2) + 128);
+/** Of all chapters' titles together; a few thousand files that were read wait to be stored at a time. */
+constexpr std::size_t maximumChapterTitles = 48 << 10;
+constexpr std::int64_t maximumMilliseconds = static_cast<std::int64_t>(maximumDuration) * 1000;
+constexpr std::size_t largestChapter = 2 * 6 + 2;  // two numbers and the length of a title
+static_assert(largestTagReply >
+              12 * (maximumText + 2) + 128 + maximumChapters * largestChapter + maximumChapterTitles);
 
 enum class ReplyKind : std::uint8_t { Tags = 1, Picture = 2 };
 
@@ -129,6 +135,37 @@ private:
     bool _isSound = true;
 };
 
+void write(Writer& writer, const std::vector<TrackChapter>& chapters) {
+    std::size_t titles = 0;
+    const auto milliseconds = [](std::chrono::milliseconds time) {
+        return static_cast<std::uint64_t>(std::clamp<std::int64_t>(time.count(), 0, maximumMilliseconds));
+    };
+    const std::size_t count = std::min(chapters.size(), maximumChapters);
+    writer.number(count);
+    for (const TrackChapter& chapter : std::span(chapters).first(count)) {
+        writer.number(milliseconds(chapter.start));
+        writer.number(milliseconds(chapter.duration));
+        titles += std::min(chapter.title.size(), maximumText);
+        writer.text(titles <= maximumChapterTitles ? std::string_view(chapter.title) : "");
+    }
+}
+
+std::vector<TrackChapter> readChapters(Reader& reader) {
+    std::vector<TrackChapter> chapters(reader.number(maximumChapters));
+    std::chrono::milliseconds end{0};
+    const auto milliseconds = [&] {
+        return std::chrono::milliseconds(reader.number(static_cast<std::uint64_t>(maximumMilliseconds)));
+    };
+    for (TrackChapter& chapter : chapters) {
+        chapter.start = milliseconds();
+        chapter.duration = milliseconds();
+        chapter.title = reader.text();
+        reader.expect(chapter.start >= end);
+        end = chapter.start + chapter.duration;
+    }
+    return chapters;
+}
+
 void write(Writer& writer, const TagReading& reading) {
     const TrackTags& tags = reading.tags;
     writer.number(reading.isTrack);
@@ -145,6 +182,8 @@ void write(Writer& writer, const TagReading& reading) {
         writer.fixed(static_cast<std::int64_t>(
             std::chrono::floor<std::chrono::seconds>(*tags.releaseDate).time_since_epoch().count()));
     writer.fixed(tags.picture);
+    writer.number(tags.hasVideo);
+    write(writer, tags.chapters);
 }
 
 TagReading readTags(Reader& reader) {
@@ -156,7 +195,7 @@ TagReading readTags(Reader& reader) {
     for (const auto& [field, limit] : numberFields)
         tags.*field = static_cast<int>(reader.number(static_cast<std::uint64_t>(limit)));
     tags.mediaType = static_cast<std::int64_t>(reader.number(zornic::MediaType::MusicVideo));
-    reader.expect(std::has_single_bit(static_cast<std::uint64_t>(tags.mediaType)));
+    reader.expect(tags.mediaType == 0 || std::has_single_bit(static_cast<std::uint64_t>(tags.mediaType)));
     tags.isExplicit = reader.flag();
     tags.isCompilation = reader.flag();
     tags.duration = reader.fixed<double>();
@@ -169,6 +208,8 @@ TagReading readTags(Reader& reader) {
     }
     tags.picture = reader.fixed<std::int64_t>();
     reader.expect(tags.picture >= 0);
+    tags.hasVideo = reader.flag();
+    tags.chapters = readChapters(reader);
     return reading;
 }
 

@@ -45,7 +45,7 @@ MessageState take(std::string_view& stream, ReaderRequest& request);
 MessageState take(std::string_view& stream, ReaderReply& reply, std::size_t limit);
 
 /** Bytes of the largest replies that there can be: with tags, and with a picture. */
-inline constexpr std::size_t largestTagReply = 64 << 10;
+inline constexpr std::size_t largestTagReply = 160 << 10;
 inline constexpr std::size_t largestPictureReply = (maximumFittedPixels << 2) + largestTagReply;
 
 }  // namespace helmo

@@ -38,7 +38,9 @@ public:
         _order.pop_front();
         if (answer->reply) return std::move(std::get<TagReading>(answer->reply->reading));
         const bool isTrack = answer->failure.empty();
-        return TagReading{{}, std::move(answer->failure), isTrack};
+        TagReading reading{{}, std::move(answer->failure), isTrack};
+        reading.tags.mediaType = 0;
+        return reading;
     }
     std::size_t pending() const override { return _order.size(); }
 

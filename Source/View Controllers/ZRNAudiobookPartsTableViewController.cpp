@@ -60,4 +60,9 @@ void ZRNAudiobookPartsTableViewController::tableViewDidSelectRowAtIndexPath(Tabl
     ZRNPlayItemsOfListFromRow(*this, indexPath);
 }
 
+void ZRNAudiobookPartsTableViewController::viewWillAppear(bool animated) {
+    ZRN_OLD_TableViewController::viewWillAppear(animated);
+    if (const auto& table = tableView()) table->reloadRowsAtIndexPaths(table->indexPathsForVisibleRows());
+}
+
 }  // namespace zornic

@@ -15,6 +15,8 @@ public:
     std::shared_ptr<TableViewCell> tableViewCellForRowAtIndexPath(TableView& tableView,
                                                                   const IndexPath& indexPath) override;
     void tableViewDidSelectRowAtIndexPath(TableView& tableView, const IndexPath& indexPath) override;
+    /** Shows how much is left by now. */
+    void viewWillAppear(bool animated) override;
 
 private:
     std::string titleOfPart(const MediaItem& item) const;

@@ -11,8 +11,7 @@ std::shared_ptr<MediaItem> ZRNItemOfListRow(const ZRN_OLD_TableViewController& l
     if (!list.query()) return nullptr;
     auto item = std::dynamic_pointer_cast<MediaItem>(list.query()->items()->entityAtIndex(indexPath.row()));
     using namespace MediaItemProperty;
-    if (item)
-        item->valuesForProperties({Title, AlbumTrackNumber, PlaybackDuration, BookmarkTime, ReleaseDate});
+    if (item) item->valuesForProperties({Title, AlbumTrackNumber, PlaybackDuration, ReleaseDate});
     return item;
 }
 

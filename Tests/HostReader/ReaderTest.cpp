@@ -86,6 +86,8 @@ ReaderReply sampleReply() {
     reading.tags.duration = 61.25;
     reading.tags.releaseDate = zornic::Date(std::chrono::sys_days(std::chrono::year(1812) / 3 / 4));
     reading.tags.picture = 0x7fffffffffffffff;
+    reading.tags.hasVideo = true;
+    reading.tags.chapters = {{0ms, 1500ms, "Eins"}, {1500ms, 10h, ""}};
     return {7, reading};
 }
 
@@ -100,9 +102,11 @@ TEST(ReaderMessageTest, WhatIsSentArrivesAndWhatIsDamagedIsNoticed) {
     const auto& tags = std::get<TagReading>(reply.reading).tags;
     const auto sent = std::get<TagReading>(sampleReply().reading).tags;
     EXPECT_EQ(std::tie(tags.title, tags.albumArtist, tags.trackNumber, tags.year, tags.mediaType,
-                       tags.isExplicit, tags.isCompilation, tags.duration, tags.releaseDate, tags.picture),
+                       tags.isExplicit, tags.isCompilation, tags.duration, tags.releaseDate, tags.picture,
+                       tags.hasVideo, tags.chapters),
               std::tie(sent.title, sent.albumArtist, sent.trackNumber, sent.year, sent.mediaType,
-                       sent.isExplicit, sent.isCompilation, sent.duration, sent.releaseDate, sent.picture));
+                       sent.isExplicit, sent.isCompilation, sent.duration, sent.releaseDate, sent.picture,
+                       sent.hasVideo, sent.chapters));
     ASSERT_EQ(take(rest, reply, largestTagReply), MessageState::Whole);
     EXPECT_EQ(std::get<PictureReading>(reply.reading).picture.pixels[1], 0x80402010);
     EXPECT_EQ(take(rest, reply, largestTagReply), MessageState::Incomplete);
@@ -134,6 +138,14 @@ TEST(ReaderMessageTest, WhatIsSentArrivesAndWhatIsDamagedIsNoticed) {
     ReaderReply wrong = sampleReply();
     std::get<TagReading>(wrong.reading).tags.duration = std::nan("");
     EXPECT_EQ(stateOf(wrong), MessageState::Rubbish);
+    wrong = sampleReply();
+    auto& chapters = std::get<TagReading>(wrong.reading).tags.chapters;
+    chapters[0].duration = 1501ms;
+    EXPECT_EQ(stateOf(wrong), MessageState::Rubbish) << "a chapter that reaches into the next";
+    chapters.clear();
+    for (int at = 0; at < 3000; ++at) chapters.push_back({at * 1ms, 1ms, std::string(500, 'x')});
+    ASSERT_EQ(stateOf(wrong), MessageState::Whole) << "what is too much is left out";
+    EXPECT_EQ(std::get<TagReading>(reply.reading).tags.chapters.size(), maximumChapters);
     EXPECT_EQ(stateOf({1, PictureReading{{3, 3, std::vector<std::uint32_t>(8)}, {}}}), MessageState::Rubbish);
     EXPECT_EQ(stateOf({1, PictureReading{}}), MessageState::Rubbish) << "neither a picture nor a reason";
 }

@@ -315,6 +315,10 @@ TEST_F(ScanRobustness, ALibraryOfTheFirstVersionIsTakenOver) {
     expectEverythingCounted(databaseFile());
     EXPECT_EQ(titles(*query()), (Texts{"One", "Three"}));
     EXPECT_EQ(named("One")->valueForProperty(Item::PlayCount), zornic::Value(7));
+    EXPECT_EQ(Database(databaseFile(), Database::Access::ReadOnly)
+                  .integer({"SELECT COUNT(*) FROM track WHERE size <> -1", {}}),
+              0)
+        << "all files are read again";
     add({tags("Two", "Ann", "Sun")});
     EXPECT_EQ(titles(*query()), (Texts{"One", "Three", "Two"}));
     expectEverythingCounted(databaseFile());

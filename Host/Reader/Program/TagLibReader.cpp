@@ -4,9 +4,11 @@
 #include <bit>
 #include <cctype>
 #include <cerrno>
+#include <cmath>
 #include <cstring>
 #include <exception>
 #include <fileref.h>
+#include <fstream>
 #include <id3v2header.h>
 #include <id3v2tag.h>
 #include <mp4file.h>
@@ -21,18 +23,18 @@
 #include <unistd.h>
 #include <vector>
 
+#include "Host/Library/MediaFiles.h"
 #include "Host/Library/TagText.h"
+#include "Host/Reader/Program/MatroskaFile.h"
+#include "Host/Reader/Program/Mp4Movie.h"
 #include "Host/Reader/Program/PictureDecoder.h"
 #include "Host/Reader/Program/Sound.h"
+#include "Host/Reader/Program/TaggedChapters.h"
+#include "Host/Reader/Program/ToldKind.h"
 
 namespace helmo {
 
 namespace {
-
-using zornic::MediaType::Audiobook;
-using zornic::MediaType::Music;
-using zornic::MediaType::MusicVideo;
-using zornic::MediaType::Podcast;
 
 /** Reads properties by name, texts made fit to store, and notes what was wrong with them. */
 class Properties {
@@ -119,12 +121,18 @@ void readNames(Properties& properties, TrackTags& tags) {
     tags.genre = properties.first("GENRE");
 }
 
+/** Episodes often have the day of their release beside a mere year. */
+std::string dateOf(Properties& properties) {
+    const std::string date = properties.first("DATE"), release = properties.first("RELEASEDATE");
+    return parsedDate(release) && release.starts_with(date) ? release : date;
+}
+
 void readNumbers(Properties& properties, TrackTags& tags) {
     std::tie(tags.trackNumber, tags.trackCount) = properties.numbers("TRACKNUMBER");
     if (tags.trackCount == 0) tags.trackCount = properties.number({"TRACKTOTAL", "TOTALTRACKS"});
     std::tie(tags.discNumber, tags.discCount) = properties.numbers("DISCNUMBER");
     if (tags.discCount == 0) tags.discCount = properties.number({"DISCTOTAL", "TOTALDISCS"});
-    const std::string date = properties.first("DATE");
+    const std::string date = dateOf(properties);
     tags.releaseDate = parsedDate(date);
     tags.year = tags.releaseDate ? firstNumber(date.substr(0, 4)) : 0;
     if (!tags.releaseDate && !date.empty()) properties.note("DATE is no date");
@@ -132,36 +140,31 @@ void readNumbers(Properties& properties, TrackTags& tags) {
     tags.isExplicit = properties.isSetWithAnyPrefix("ADVISORY");
 }
 
-std::int64_t mediaTypeOfGenre(const std::string& genre) {
-    std::string lower = genre;
-    std::ranges::transform(lower, lower.begin(),
-                           [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    if (lower == "podcast") return Podcast;
-    if (lower == "audiobook" || lower == "audiobooks" || lower == "speech") return Audiobook;
-    return Music;
-}
-
-/** What this container says in atoms of its own. */
-void readAtoms(TagLib::MP4::File& file, TrackTags& tags) {
-    constexpr int kindAudiobook = 2, kindMusicVideo = 6, kindPodcast = 21;
+bool isRatedExplicit(TagLib::MP4::File& file) {
     const auto* tag = file.tag();
-    if (!tag) return;
-    const auto has = [&](const char* atom) { return tag->contains(atom); };
-    const int kind = has("stik") ? tag->item("stik").toByte() : 0;
-    if (kind == kindAudiobook) tags.mediaType = Audiobook;
-    if (kind == kindMusicVideo) tags.mediaType = MusicVideo;
-    if (kind == kindPodcast || (has("pcst") && tag->item("pcst").toBool())) tags.mediaType = Podcast;
-    const int rating = has("rtng") ? tag->item("rtng").toByte() : 0;
-    if (rating == 1 || rating == 4) tags.isExplicit = true;
+    const int rating = tag && tag->contains("rtng") ? tag->item("rtng").toByte() : 0;
+    return rating == 1 || rating == 4;
 }
 
-void readKind(TagLib::File& file, const std::filesystem::path& path, TrackTags& tags) {
-    tags.mediaType = mediaTypeOfGenre(tags.genre);
-    std::string extension = path.extension().string();
-    if (extension == ".m4b" || extension == ".M4B") tags.mediaType = Audiobook;
-    if (auto* mp4 = dynamic_cast<TagLib::MP4::File*>(&file)) readAtoms(*mp4, tags);
-    if (auto* mpeg = dynamic_cast<TagLib::MPEG::File*>(&file))
-        if (mpeg->hasID3v2Tag() && !mpeg->ID3v2Tag()->frameList("PCST").isEmpty()) tags.mediaType = Podcast;
+void takeChapters(std::vector<FoundChapter> found, Properties& properties, TrackTags& tags) {
+    if (found.empty()) return;
+    ChapterList list(std::move(found), std::chrono::milliseconds(std::llround(tags.duration * 1000)));
+    if (!list.remarks().empty()) properties.note(list.remarks());
+    tags.chapters = std::move(list.chapters());
+}
+
+/** What is in a container beside its tags. */
+void readContent(TagLib::File& file, const TagLib::PropertyMap& map, const std::filesystem::path& path,
+                 Properties& properties, TrackTags& tags) {
+    auto chapters = taggedChapters(file, map);
+    if (auto* mp4 = dynamic_cast<TagLib::MP4::File*>(&file)) {
+        if (isRatedExplicit(*mp4)) tags.isExplicit = true;
+        std::ifstream stream(path, std::ios::binary);
+        Mp4Movie movie = Mp4Movie::read(stream);
+        tags.hasVideo = movie.hasVideo && !isSoundFile(path.native());
+        if (chapters.empty()) chapters = std::move(movie.chapters);
+    }
+    takeChapters(std::move(chapters), properties, tags);
 }
 
 /** A hash of eight bytes at a time, in the positive half of 64 bits and never 0. */
@@ -241,8 +244,9 @@ TagReading readOpened(TagLib::File& file, const Sound& sound, const std::filesys
     Properties properties(map);
     readNames(properties, tags);
     readNumbers(properties, tags);
-    readKind(file, path, tags);
+    tags.mediaType = toldKind(file, map);
     tags.duration = sound.duration;
+    readContent(file, map, path, properties, tags);
     readPicture(file, properties, tags);
     noteBrokenFrames(file, properties);
     if (sound.isCutOff) properties.note("it is cut off, its end is missing");
@@ -279,13 +283,31 @@ TagReading readAnyhow(const std::filesystem::path& file) {
     return {{}, problem, false};
 }
 
-/** A kind of music file for which there is no tag reader; none when `file` is of another kind. */
-std::optional<TagReading> readWithoutTags(const std::filesystem::path& file) {
-    using namespace std::string_view_literals;
-    const std::string extension = file.extension().string();
-    if (extension != ".mka" && extension != ".MKA") return std::nullopt;
-    if (beginningOf(file).starts_with("\x1A\x45\xDF\xA3"sv)) return TagReading();
-    return TagReading{{}, "no music: it is of another kind than its name says", false};
+TagReading readMatroska(const std::filesystem::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    MatroskaFile matroska = MatroskaFile::read(stream);
+    if (!matroska.isValid) return {{}, "no music: it is of another kind than its name says", false};
+    if (matroska.hasTracks && !matroska.hasSound) return {{}, "no music can be found in it", false};
+    TagLib::PropertyMap map;
+    for (const auto& [name, value] : matroska.properties)
+        map.insert(TagLib::String(name, TagLib::String::UTF8),
+                   TagLib::StringList(TagLib::String(value, TagLib::String::UTF8)));
+    TagReading reading;
+    TrackTags& tags = reading.tags;
+    Properties properties(map);
+    readNames(properties, tags);
+    readNumbers(properties, tags);
+    tags.mediaType = toldKind(map);
+    tags.duration = matroska.duration;
+    tags.hasVideo = matroska.hasVideo && !isSoundFile(file.native());
+    takeChapters(std::move(matroska.chapters), properties, tags);
+    reading.problem = properties.remarks();
+    return reading;
+}
+
+/** Of a kind of file that TagLib doesn't know; none when `file` is called otherwise. */
+std::optional<TagReading> readWithoutTagLib(const std::filesystem::path& file) {
+    return isMatroskaFile(file.native()) ? std::optional(readMatroska(file)) : std::nullopt;
 }
 
 }  // namespace
@@ -302,7 +324,7 @@ TagReading TagLibReader::read(const std::filesystem::path& file) {
     try {
         if (std::string problem = whyUnreadable(file); !problem.empty())
             return {{}, std::move(problem), false};
-        if (auto reading = readWithoutTags(file)) return std::move(*reading);
+        if (auto reading = readWithoutTagLib(file)) return std::move(*reading);
         return readAnyhow(file);
     } catch (const std::bad_alloc&) {
         throw;

@@ -371,6 +371,7 @@ void AVController::handNextToEngine(std::optional<std::uint64_t> position) {
 void AVController::noteEnded() {
     const auto item = currentMediaItem();
     if (const auto library = item ? item->library() : nullptr) library->noteItemPlayed(item->persistentID());
+    post(AVControllerItemEndedNotification);
 }
 
 void AVController::post(const char* name, Dictionary userInfo) {

@@ -18,6 +18,8 @@ inline constexpr const char* AVControllerContentsChangedNotification =
     "AVControllerContentsChangedNotification";
 inline constexpr const char* AVControllerPlaybackStateChangedNotification =
     "AVControllerPlaybackStateChangedNotification";
+/** An item was played to its end; posted before what follows becomes the current one. */
+inline constexpr const char* AVControllerItemEndedNotification = "AVControllerItemEndedNotification";
 /** An item was skipped because it can't be played; user info: "item" (AVItem), "reason" (text). */
 inline constexpr const char* AVControllerItemFailedNotification = "AVControllerItemFailedNotification";
 

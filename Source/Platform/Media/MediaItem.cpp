@@ -7,6 +7,13 @@
 
 namespace zornic {
 
+namespace {
+
+/** Whether a value is another each time that it is asked for: a bookmark moves while its item plays. */
+bool isMoving(std::string_view property) { return property == MediaItemProperty::BookmarkTime; }
+
+}  // namespace
+
 MediaItem::MediaItem(std::weak_ptr<MediaLibrary> library, PersistentID persistentID, Dictionary values)
     : _library(std::move(library)), _persistentID(persistentID), _values(std::move(values)) {
     _values.try_emplace(MediaItemProperty::PersistentID, persistentID);
@@ -15,7 +22,8 @@ MediaItem::MediaItem(std::weak_ptr<MediaLibrary> library, PersistentID persisten
 Value MediaItem::valueForProperty(std::string_view property) const {
     {
         std::lock_guard lock(_mutex);
-        if (const auto known = _values.find(property); known != _values.end()) return known->second;
+        const auto known = _values.find(property);
+        if (known != _values.end() && !isMoving(property)) return known->second;
     }
     const std::string key(property);
     return valueForKey(valuesForProperties({key}), key);
@@ -26,7 +34,7 @@ Dictionary MediaItem::valuesForProperties(const std::vector<std::string>& proper
     {
         std::lock_guard lock(_mutex);
         for (const auto& property : properties)
-            if (!_values.contains(property)) unknown.push_back(property);
+            if (!_values.contains(property) || isMoving(property)) unknown.push_back(property);
     }
     // Fetched without the lock: a library may be busy with a scan, and rows read other values meanwhile.
     const auto asked = unknown.empty() ? nullptr : library();
@@ -35,7 +43,10 @@ Dictionary MediaItem::valuesForProperties(const std::vector<std::string>& proper
     std::lock_guard lock(_mutex);
     // Stored even when it is missing, so that it isn't asked for again.
     if (asked)
-        for (const auto& property : unknown) _values.try_emplace(property, valueForKey(fetched, property));
+        for (const auto& property : unknown) {
+            const auto [known, isNew] = _values.try_emplace(property);
+            if (isNew || isMoving(property)) known->second = valueForKey(fetched, property);
+        }
     Dictionary values;
     for (const auto& property : properties)
         if (const auto& value = valueForKey(_values, property)) values[property] = value;

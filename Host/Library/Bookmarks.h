@@ -1,0 +1,28 @@
+#pragma once
+
+#include <map>
+#include <mutex>
+#include <optional>
+
+#include "Platform/Foundation/Value.h"
+#include "Platform/Media/MediaProperty.h"
+
+namespace helmo {
+
+/** The bookmarks that were set in this run: what is read is what was set last, stored by then or not. One
+   number for each piece that was listened to. Any thread. */
+class Bookmarks {
+public:
+    /** Seconds; none: the piece begins anew. */
+    void set(zornic::PersistentID item, std::optional<double> time);
+    /** What is to be stored of an item; none at all when nothing was set. */
+    std::optional<std::optional<double>> of(zornic::PersistentID item) const;
+    /** Puts what was set in the place of what was read. */
+    void apply(zornic::PersistentID item, zornic::Dictionary& values) const;
+
+private:
+    mutable std::mutex _mutex;
+    std::map<zornic::PersistentID, std::optional<double>> _times;
+};
+
+}  // namespace helmo
