@@ -2,21 +2,23 @@
 
 namespace helmo {
 
-void Bookmarks::set(zornic::PersistentID item, std::optional<double> time) {
+void Bookmarks::set(zornic::PersistentID item, Bookmark bookmark) {
     std::lock_guard lock(_mutex);
-    _times[item] = time;
+    _bookmarks[item] = bookmark;
 }
 
-std::optional<std::optional<double>> Bookmarks::of(zornic::PersistentID item) const {
+std::optional<Bookmarks::Bookmark> Bookmarks::of(zornic::PersistentID item) const {
     std::lock_guard lock(_mutex);
-    const auto found = _times.find(item);
-    return found == _times.end() ? std::nullopt : std::optional(found->second);
+    const auto found = _bookmarks.find(item);
+    if (found == _bookmarks.end()) return std::nullopt;
+    return found->second;
 }
 
 void Bookmarks::apply(zornic::PersistentID item, zornic::Dictionary& values) const {
-    const auto time = of(item);
-    if (time && !values.empty())
-        values[zornic::MediaItemProperty::BookmarkTime] = *time ? zornic::Value(**time) : zornic::Value();
+    const auto bookmark = of(item);
+    if (!bookmark || values.empty()) return;
+    values[zornic::MediaItemProperty::BookmarkTime] =
+        bookmark->time ? zornic::Value(*bookmark->time) : zornic::Value();
 }
 
 }  // namespace helmo

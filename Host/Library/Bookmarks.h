@@ -13,16 +13,20 @@ namespace helmo {
    number for each piece that was listened to. Any thread. */
 class Bookmarks {
 public:
-    /** Seconds; none: the piece begins anew. */
-    void set(zornic::PersistentID item, std::optional<double> time);
-    /** What is to be stored of an item; none at all when nothing was set. */
-    std::optional<std::optional<double>> of(zornic::PersistentID item) const;
+    struct Bookmark {
+        /** Seconds; none: the piece begins anew. */
+        std::optional<double> time;
+    };
+
+    void set(zornic::PersistentID item, Bookmark bookmark);
+    /** None when none was set, which leaves it as it is stored. */
+    std::optional<Bookmark> of(zornic::PersistentID item) const;
     /** Puts what was set in the place of what was read. */
     void apply(zornic::PersistentID item, zornic::Dictionary& values) const;
 
 private:
     mutable std::mutex _mutex;
-    std::map<zornic::PersistentID, std::optional<double>> _times;
+    std::map<zornic::PersistentID, Bookmark> _bookmarks;
 };
 
 }  // namespace helmo

@@ -229,10 +229,10 @@ void SqliteMediaLibrary::noteItemPlayed(PersistentID persistentID) {
 }
 
 void SqliteMediaLibrary::setBookmark(PersistentID persistentID, std::optional<double> time) {
-    _bookmarks.set(persistentID, time);
+    _bookmarks.set(persistentID, {time});
     const auto store = [this, persistentID](TrackStore& tracks) {  // a change never outlives the library
         if (const auto last = _bookmarks.of(persistentID))
-            tracks.setBookmark(static_cast<std::int64_t>(persistentID), *last);
+            tracks.setBookmark(static_cast<std::int64_t>(persistentID), last->time);
     };
     writeSoon({store, false, persistentID});
 }

@@ -10,9 +10,7 @@ protected:
         tap("Saga");
     }
     bool showsWhatRemains() {
-        return !nodes([](const Json& node) {
-                    return node.value("text", "").ends_with(" remaining");
-                }).empty();
+        return !nodes([](const Json& node) { return node.value("text", "").ends_with(" left"); }).empty();
     }
 };
 
@@ -33,8 +31,6 @@ TEST_F(AudiobookTest, BookGoesOnTheNextDayWhereItWasLeft) {
     EXPECT_TRUE(showsWhatRemains());
     tap("Part 1 of 1");
     EXPECT_NEAR(player()["elapsed"].get<double>(), heard + 2, 3);
-    set("tabs", {"songs"});
-    EXPECT_EQ(titles().size(), 10u) << "a book is no song";
 }
 
 }  // namespace

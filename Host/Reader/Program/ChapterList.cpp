@@ -25,9 +25,9 @@ ChapterList::ChapterList(std::vector<FoundChapter> found, milliseconds length) {
         std::ranges::stable_sort(found, {}, &FoundChapter::start);
     }
     const auto isSameStart = [](const auto& one, const auto& next) { return one.start == next.start; };
-    const auto twins = std::ranges::unique(found, isSameStart);
-    bool doOverlap = !twins.empty();
-    found.erase(twins.begin(), twins.end());
+    const auto twins = std::unique(found.begin(), found.end(), isSameStart);
+    bool doOverlap = twins != found.end();
+    found.erase(twins, found.end());
     for (std::size_t at = 0; at < found.size() && at < maximumChapters; ++at) {
         const auto& [start, end, title] = found[at];
         const bool isLast = at + 1 == found.size();
