@@ -48,6 +48,7 @@ HelmoApplication::~HelmoApplication() {
     if (_library) _library->stopWaiting();
     _libraryNotice = nullptr;
     _scanner = nullptr;
+    _mixes = nullptr;
     _playbackNotice = nullptr;
     _notices = nullptr;
     _rootController = nullptr;
@@ -100,6 +101,10 @@ bool HelmoApplication::openLibrary() {
     _musicFolders = chosenMusicFolders(_commandLine, _settings->values());
     _scanner =
         std::make_unique<Scanner>(_library, _musicFolders, std::make_shared<ReaderTagReader>(_readerProgram));
+    _mixes = std::make_unique<Mixes>(_library, _settings->values().brivo);
+    _scanner->setProgressHandler([this](const ScanProgress& progress) {
+        if (progress.isFinished) _mixes->update();
+    });
     if (_commandLine.headless) _scanner->start();
     return true;
 }

@@ -13,6 +13,7 @@
 #include "Host/HostNotices.h"
 #include "Host/HostServiceProvider.h"
 #include "Host/HostTabBarController.h"
+#include "Host/Library/Mixes/Mixes.h"
 #include "Host/Library/Scanner.h"
 #include "Host/LibraryNotice.h"
 #include "Host/PlaybackNotice.h"
@@ -74,6 +75,7 @@ private:
     std::string _language = "en";
     std::shared_ptr<SqliteMediaLibrary> _library;
     std::vector<std::filesystem::path> _musicFolders;
+    std::unique_ptr<Mixes> _mixes;
     std::unique_ptr<Scanner> _scanner;
     std::shared_ptr<zornic::Screen> _screen;
     std::shared_ptr<zornic::AVController> _player;

@@ -18,6 +18,7 @@ std::string takeOver(const std::string& name, const json& value, SettingsValues&
     };
     if (name == "sortByArtist") return truth(values.sortByArtist);
     if (name == "groupByAlbumArtist") return truth(values.groupByAlbumArtist);
+    if (name == "brivo") return truth(values.brivo);
     if (name == "uiMode") {
         if (!value.is_number_integer() || value < 0 || value > 2) return "\"uiMode\" must be 0, 1 or 2.";
         values.mode = static_cast<InteractionMode>(value.get<int>());
@@ -38,6 +39,7 @@ json HelmoApplication::settings() const {
     const SettingsValues& values = _settings->values();
     return {{"sortByArtist", values.sortByArtist},
             {"groupByAlbumArtist", values.groupByAlbumArtist},
+            {"brivo", values.brivo},
             {"uiMode", static_cast<int>(zornic::ZRNHelmoUIMode())},
             {"tabs", values.tabs}};
 }
@@ -52,8 +54,10 @@ std::string HelmoApplication::changeSettings(const json& changes) {
 }
 
 void HelmoApplication::applySettings(const SettingsValues& values) {
-    const bool tabsDiffer = values.tabs != _settings->values().tabs;
+    const SettingsValues& before = _settings->values();
+    const bool tabsDiffer = values.tabs != before.tabs || values.brivo != before.brivo;
     _defaults->setValues(values);
+    _mixes->setEnabled(values.brivo);
     if (tabsDiffer) _tabs->postOrderDidChange();
 }
 

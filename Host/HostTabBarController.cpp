@@ -6,7 +6,13 @@ namespace helmo {
 
 std::optional<std::vector<std::string>> HostTabBarController::textsForKey(const std::string& key) const {
     if (key != "visibleViewControllerIdentifiers") return std::nullopt;
-    return _settings.values().tabs;
+    const SettingsValues& values = _settings.values();
+    if (values.brivo) return values.tabs;
+    auto tabs = values.tabs;
+    std::erase(tabs, "brivomix");
+    // A display without any tab would be of no use.
+    if (tabs.empty()) std::erase(tabs = SettingsValues().tabs, "brivomix");
+    return tabs;
 }
 
 void HostTabBarController::postOrderDidChange() {

@@ -5,14 +5,15 @@
 
 namespace helmo {
 
-/** The tabs as the driver arranged them in the settings; shows nothing itself. Main thread. */
+/** The tabs as the driver arranged them in the settings, without the mixes where Brivo is off; shows nothing
+ * itself. Main thread. */
 class HostTabBarController final : public zornic::TabBarController {
 public:
     /** `settings` outlives it. */
     explicit HostTabBarController(const Settings& settings) : _settings(settings) {}
     /** The short identifiers, in order, for "visibleViewControllerIdentifiers". */
     std::optional<std::vector<std::string>> textsForKey(const std::string& key) const override;
-    /** The tabs in the settings are others now. */
+    /** The tabs are others now. */
     void postOrderDidChange();
 
 private:

@@ -191,9 +191,20 @@ void addChapters(Database& database) {
     database.execute("UPDATE track SET size = -1");
 }
 
+/** Mixes are playlists; what each was made around, and the artists that it stands for. */
+void addMixes(Database& database) {
+    database.execute(
+        "CREATE TABLE mix (playlist_id INTEGER PRIMARY KEY REFERENCES playlist (id) ON DELETE CASCADE,"
+        "subject TEXT NOT NULL UNIQUE);"
+        "CREATE TABLE mix_artist ("
+        "playlist_id INTEGER NOT NULL REFERENCES playlist (id) ON DELETE CASCADE, position INTEGER NOT NULL,"
+        "artist_id INTEGER NOT NULL REFERENCES collection (id) ON DELETE CASCADE,"
+        "PRIMARY KEY (playlist_id, position)) WITHOUT ROWID;");
+}
+
 /** Step n brings version n to n + 1; new steps go to the end, old ones are never changed. */
 constexpr std::array migrations{makeFirstTables, countInBulk, tellAlbumsByPlace, keepGapsOfPlaylists,
-                                addChapters};
+                                addChapters, addMixes};
 
 }  // namespace
 

@@ -218,6 +218,22 @@ std::shared_ptr<const zornic::ImageSource> SqliteMediaLibrary::readCover(const M
     return reading.image;
 }
 
+std::vector<std::string> SqliteMediaLibrary::representativeArtistsOfPlaylist(
+    PersistentID persistentID) const {
+    return readers()->read(std::vector<std::string>(), [persistentID](Database& database) {
+        return MixStore::representativeArtists(database, static_cast<std::int64_t>(persistentID));
+    });
+}
+
+std::shared_ptr<zornic::MediaPlaylist> SqliteMediaLibrary::activeBrivoPlaylist() const {
+    const auto id =
+        _isBrivoEnabled ? readers()->read(std::int64_t{0}, MixStore::activePlaylist) : std::int64_t{0};
+    if (id == 0) return nullptr;
+    const auto library = std::static_pointer_cast<const MediaLibrary>(shared_from_this());
+    return zornic::make<zornic::MediaPlaylist>(static_cast<PersistentID>(id),
+                                               std::const_pointer_cast<MediaLibrary>(library));
+}
+
 void SqliteMediaLibrary::removePlaylist(const zornic::MediaPlaylist& playlist) {
     const auto id = static_cast<std::int64_t>(playlist.persistentID());
     writeSoon({[id](TrackStore& store) { store.playlists().remove(id); }, true});
@@ -281,6 +297,16 @@ bool SqliteMediaLibrary::write(const std::function<void(TrackStore&)>& change,
             store.commit(transaction);
         },
         wait);
+}
+
+bool SqliteMediaLibrary::writeMixes(const std::function<void(MixStore&)>& change) {
+    return transact(
+        [&](Database& database, Transaction& transaction) {
+            MixStore store(database, _sortKey);
+            change(store);
+            transaction.commit();
+        },
+        _patience);
 }
 
 bool SqliteMediaLibrary::transact(const std::function<void(Database&, Transaction&)>& change,

@@ -9,6 +9,7 @@
 #include "Host/Library/Bookmarks.h"
 #include "Host/Library/CoverReader.h"
 #include "Host/Library/LibraryStorage.h"
+#include "Host/Library/Mixes/MixStore.h"
 #include "Host/Library/SortKey.h"
 #include "Host/Library/TrackStore.h"
 #include "Platform/Foundation/DispatchQueue.h"
@@ -56,7 +57,12 @@ public:
                                                      zornic::MediaChapterType type) const override;
     std::shared_ptr<const zornic::ImageSource> loadArtwork(const std::string& token, zornic::Size fittingSize,
                                                            double scale) const override;
+    std::vector<std::string> representativeArtistsOfPlaylist(
+        zornic::PersistentID persistentID) const override;
     void removePlaylist(const zornic::MediaPlaylist& playlist) override;
+    bool isBrivoEnabled() const override { return _isBrivoEnabled; }
+    /** None when Brivo is off, and before one was first filled. */
+    std::shared_ptr<zornic::MediaPlaylist> activeBrivoPlaylist() const override;
     void noteItemPlayed(zornic::PersistentID persistentID) override;
 
     /** Remembers how many seconds of an item were heard; none: it begins anew. Read back at once, stored in
@@ -71,6 +77,10 @@ public:
        Waits some seconds for other programs. Why it was not kept is logged, once for each cause, and told as
        trouble. Lists show it after `noteChange`. Not on the main thread; short, for others wait. */
     bool write(const std::function<void(TrackStore&)>& change) { return write(change, _patience); }
+    /** `write` for mixes. */
+    bool writeMixes(const std::function<void(MixStore&)>& change);
+    /** What `isBrivoEnabled` answers from now on; off at first. Any thread. */
+    void setBrivoEnabled(bool isEnabled) { _isBrivoEnabled = isEnabled; }
     /** For reading past the lists; others after the database was replaced. Any thread. */
     std::shared_ptr<Readers> readers() const;
     /** Begins a run of writes that belong together, a scan. Whether anything can be stored. */
@@ -134,6 +144,7 @@ private:
     std::shared_ptr<Readers> _readers;
     std::atomic<std::uint64_t> _generation{1};
     std::atomic<bool> _isStoring{false}, _isEnding{false}, _isReplacing{false}, _hasPending{false};
+    std::atomic<bool> _isBrivoEnabled{false};
     std::mutex _pendingMutex;
     std::vector<Change> _pending;
     Bookmarks _bookmarks;

@@ -117,6 +117,8 @@ constexpr SettingsKey keys[] = {
      [](const SettingsValues& values) { return writtenTruth(values.sortByArtist); }},
     {"group_by_album_artist", readTruth<&SettingsValues::groupByAlbumArtist>,
      [](const SettingsValues& values) { return writtenTruth(values.groupByAlbumArtist); }},
+    {"brivo", readTruth<&SettingsValues::brivo>,
+     [](const SettingsValues& values) { return writtenTruth(values.brivo); }},
     {"shuffle", readType<&SettingsValues::shuffleType, 1>,
      [](const SettingsValues& values) { return std::to_string(values.shuffleType); }},
     {"repeat", readType<&SettingsValues::repeatType, 2>,

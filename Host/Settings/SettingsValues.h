@@ -38,6 +38,8 @@ struct SettingsValues {
                                   "compilations", "composers", "audiobooks", "brivomix"};
     bool sortByArtist = false;
     bool groupByAlbumArtist = false;
+    /** Whether mixes are made and shown. */
+    bool brivo = true;
     /** 0 off, 1 on. */
     int shuffleType = 0;
     /** 0 off, 1 the song, 2 everything. */

@@ -179,6 +179,7 @@ TEST_F(SettingsTest, NewFileHoldsEverySettingAndReadsBackTheSame) {
     values.musicFolders = {"/srv/\"quoted\" \\ größer", "/b"};
     values.tabs = {"radio", "songs"};
     values.sortByArtist = values.groupByAlbumArtist = values.fullscreen = true;
+    values.brivo = false;
     values.shuffleType = 1;
     values.repeatType = 2;
     values.screen = {800, 480, 1.25};

@@ -48,6 +48,14 @@ TEST_F(SettingsJourneyTest, ListModeAndTabsFollowTheSettingsAtOnce) {
     set("tabs", {"playlists", "artists"});
     EXPECT_THAT(tabs(), Not(testing::Contains("Songs")));
     EXPECT_FALSE(isOnDisplay("Amber Road")) << "its screen went with it";
+    set("tabs", {"brivomix"});
+    EXPECT_THAT(tabs(), testing::ElementsAre("Brivo"));
+    set("brivo", false);
+    EXPECT_THAT(tabs(), testing::AllOf(testing::Contains("Songs"), Not(testing::Contains("Brivo"))))
+        << "a display without tabs is of no use";
+    EXPECT_EQ(settings()["tabs"], Json({"brivomix"})) << "what was chosen is kept";
+    set("brivo", true);
+    EXPECT_THAT(tabs(), testing::ElementsAre("Brivo"));
     set("tabs", {"songs"});
     EXPECT_THAT(tabs(), testing::ElementsAre("Songs"));
     EXPECT_EQ(titles(), byTitle);

@@ -142,12 +142,14 @@ Monkey::Json Monkey::chosenSetting() {
         case 1:
             return set("groupByAlbumArtist", below(2) == 0);
         case 2: {
-            std::vector<std::string> tabs = {"songs", "artists", "albums",   "playlists",
-                                             "radio", "genres",  "composers"};
+            std::vector<std::string> tabs = {"songs", "artists", "albums",    "playlists",
+                                             "radio", "genres",  "composers", "brivomix"};
             std::shuffle(tabs.begin(), tabs.end(), _random);
             tabs.resize(below(static_cast<unsigned>(tabs.size()) + 1));
             return set("tabs", tabs);
         }
+        case 3:
+            return set("brivo", below(2) == 0);
         default:
             return set("uiMode", oneOf(std::array{0, 1, 2, 2}));
     }

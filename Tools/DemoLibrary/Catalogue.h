@@ -41,6 +41,14 @@ struct Cover {
     std::array<std::uint32_t, 4> colors{};
 };
 
+enum class Kind { Music, Audiobook, Podcast, Lecture };
+
+struct Chapter {
+    std::string title;
+    /** Where it begins in its track; it ends where the next one begins. */
+    int second;
+};
+
 struct Track {
     std::string title;
     Mood mood;
@@ -50,6 +58,10 @@ struct Track {
     std::string composer{};
     int disc = 1;
     bool isExplicit = false;
+    /** Of the form 2024-03-05; empty where the album's year is all that is known. */
+    std::string date{};
+    /** Written into MP3 files. */
+    std::vector<Chapter> chapters{};
 };
 
 struct Album {
@@ -62,7 +74,7 @@ struct Album {
     Format format;
     Cover cover{};
     bool isCompilation = false;
-    bool isAudiobook = false;
+    Kind kind = Kind::Music;
     std::vector<Track> tracks;
 
     int discCount() const;
@@ -74,9 +86,12 @@ struct Album {
 };
 
 /** Raised whenever the library would come out differently, so that older ones are made anew. */
-inline constexpr int catalogueVersion = 1;
+inline constexpr int catalogueVersion = 2;
 
 /** Every album of the demo library; artists, titles and music are invented. */
 const std::vector<Album>& catalogue();
+/** Those of them that are music, and those that are spoken. */
+std::vector<Album> musicAlbums();
+std::vector<Album> spokenAlbums();
 
 }  // namespace helmo::demo

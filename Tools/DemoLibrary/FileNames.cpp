@@ -10,6 +10,20 @@ constexpr std::size_t longestName = 120;  // bytes
 
 std::string twoDigits(int number) { return std::to_string(number + 100).substr(1); }
 
+std::filesystem::path folderOfKind(Kind kind) {
+    switch (kind) {
+        case Kind::Audiobook:
+            return "Audiobooks";
+        case Kind::Podcast:
+            return "Podcasts";
+        case Kind::Lecture:
+            return "Lectures";
+        case Kind::Music:
+            break;
+    }
+    return {};
+}
+
 bool isInsideCharacter(char byte) { return (static_cast<unsigned char>(byte) & 0xc0U) == 0x80U; }
 
 }  // namespace
@@ -33,7 +47,7 @@ std::string FileNames::sanitized(std::string_view title) {
 }
 
 std::filesystem::path FileNames::folderOf(const Album& album) {
-    return std::filesystem::path(sanitized(album.artist)) / sanitized(album.title);
+    return folderOfKind(album.kind) / sanitized(album.artist) / sanitized(album.title);
 }
 
 std::filesystem::path FileNames::fileOf(const Album& album, std::size_t index, Format format) {

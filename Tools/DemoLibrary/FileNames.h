@@ -9,7 +9,7 @@
 namespace helmo::demo {
 
 /** Where albums and tracks lie inside the library: Artist/Album/NN Title.ext, or D-NN on albums of several
- * discs. */
+   discs; what is spoken lies so in Audiobooks/, Podcasts/ and Lectures/. */
 class FileNames {
 public:
     static std::filesystem::path folderOf(const Album& album);

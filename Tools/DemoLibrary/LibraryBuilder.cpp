@@ -14,6 +14,7 @@
 #include "Tools/DemoLibrary/AudioEncoder.h"
 #include "Tools/DemoLibrary/Composer.h"
 #include "Tools/DemoLibrary/FileNames.h"
+#include "Tools/DemoLibrary/Playlists.h"
 #include "Tools/DemoLibrary/StagingFolder.h"
 #include "Tools/DemoLibrary/Synthesizer.h"
 #include "Tools/DemoLibrary/TagWriter.h"
@@ -90,6 +91,7 @@ LibraryBuilder::Outcome LibraryBuilder::build(const fs::path& target) {
     StagingFolder staging(target);
     makeCovers(staging.path());
     makeTracks(staging.path());
+    makePlaylists(staging.path());
     if (_isCancelled) return Outcome::Cancelled;
     writeFile(staging.path() / stampName, std::to_string(catalogueVersion) + "\n");
     staging.moveToTarget();
@@ -151,6 +153,19 @@ void LibraryBuilder::makeTracks(const fs::path& root) {
     std::ranges::stable_sort(jobs, std::ranges::greater{},
                              [](const Job& job) { return job.album->tracks[job.track].seconds; });
     forEachInParallel(jobs.size(), _isCancelled, [&](std::size_t i) { makeTrack(jobs[i], root); });
+}
+
+void LibraryBuilder::makePlaylists(const fs::path& root) const {
+    const auto pathOf = [this](const std::string& title, std::size_t track) {
+        const auto album = std::ranges::find(_albums, title, &Album::title);
+        if (album == _albums.end() || track >= album->tracks.size())
+            throw std::runtime_error("a playlist names a track that is none: " + title);
+        return FileNames::fileOf(*album, track, _formats.at(album->format));
+    };
+    for (const Playlist& playlist : playlists()) {
+        fs::create_directories((root / playlist.file()).parent_path());
+        writeFile(root / playlist.file(), playlist.contents(pathOf));
+    }
 }
 
 void LibraryBuilder::makeTrack(const Job& job, const fs::path& root) const {

@@ -38,6 +38,7 @@ private:
     void chooseFormats();
     void makeCovers(const std::filesystem::path& root);
     void makeTracks(const std::filesystem::path& root);
+    void makePlaylists(const std::filesystem::path& root) const;
     void makeTrack(const Job& job, const std::filesystem::path& root) const;
 
     const std::vector<Album>& _albums;

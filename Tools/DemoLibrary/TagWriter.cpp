@@ -1,6 +1,7 @@
 #include "Tools/DemoLibrary/TagWriter.h"
 
 #include <attachedpictureframe.h>
+#include <chapterframe.h>
 #include <fileref.h>
 #include <flacfile.h>
 #include <id3v2tag.h>
@@ -9,6 +10,8 @@
 #include <opusfile.h>
 #include <stdexcept>
 #include <string>
+#include <tableofcontentsframe.h>
+#include <textidentificationframe.h>
 #include <tpropertymap.h>
 #include <vorbisfile.h>
 #include <wavfile.h>
@@ -40,7 +43,7 @@ TagLib::PropertyMap propertiesOf(const Album& album, std::size_t index, bool isV
     map["ALBUM"] = text(album.title);
     map["ALBUMARTIST"] = text(album.artist);
     map["GENRE"] = text(album.genre);
-    map["DATE"] = text(std::to_string(album.year));
+    map["DATE"] = text(track.date.empty() ? std::to_string(album.year) : track.date);
     if (!track.composer.empty()) map["COMPOSER"] = text(track.composer);
     if (!album.sortArtist.empty()) {
         map["ARTISTSORT"] = text(album.sortArtist);
@@ -101,6 +104,28 @@ void embedPicture(TagLib::File& file, const Bytes& picture) {
     }
 }
 
+void addChapters(TagLib::ID3v2::Tag& tag, const Track& track) {
+    constexpr unsigned int milliseconds = 1000, noOffset = 0xffffffff;
+    TagLib::ByteVectorList names;
+    for (std::size_t at = 0; at < track.chapters.size(); ++at) {
+        const bool isLast = at + 1 == track.chapters.size();
+        const int end = isLast ? track.seconds : track.chapters[at + 1].second;
+        const std::string name = "chapter" + std::to_string(at);
+        names.append(TagLib::ByteVector(name.c_str()));
+        auto* title = new TagLib::ID3v2::TextIdentificationFrame("TIT2", TagLib::String::UTF8);
+        title->setText(text(track.chapters[at].title));  // frames belong to what takes them
+        TagLib::ID3v2::FrameList inside;
+        inside.append(title);
+        tag.addFrame(new TagLib::ID3v2::ChapterFrame(
+            names.back(), static_cast<unsigned int>(track.chapters[at].second) * milliseconds,
+            static_cast<unsigned int>(end) * milliseconds, noOffset, noOffset, inside));
+    }
+    auto* contents = new TagLib::ID3v2::TableOfContentsFrame("contents", names);
+    contents->setIsTopLevel(true);
+    contents->setIsOrdered(true);
+    tag.addFrame(contents);
+}
+
 bool isVorbisComment(const TagLib::File& file) {
     return dynamic_cast<const TagLib::FLAC::File*>(&file) || dynamic_cast<const TagLib::Ogg::File*>(&file);
 }
@@ -118,11 +143,14 @@ void TagWriter::write(const Album& album, std::size_t index, const Bytes& pictur
         file.setProperties(map);
         constexpr unsigned char audiobook = 2;
         if (isExplicit) mp4->tag()->setItem("rtng", TagLib::MP4::Item(static_cast<unsigned char>(1)));
-        if (album.isAudiobook) mp4->tag()->setItem("stik", TagLib::MP4::Item(audiobook));
+        if (album.kind == Kind::Audiobook) mp4->tag()->setItem("stik", TagLib::MP4::Item(audiobook));
     } else {
         if (isExplicit) map["ADVISORY"] = text("1");
         file.setProperties(map);
     }
+    auto* mpeg = dynamic_cast<TagLib::MPEG::File*>(&file);
+    if (mpeg && !album.tracks[index].chapters.empty())
+        addChapters(*mpeg->ID3v2Tag(true), album.tracks[index]);
     if (!picture.empty()) embedPicture(file, picture);
     if (!reference.save()) throw std::runtime_error("the tags can't be saved");
 }
