@@ -7,6 +7,7 @@
 #include "Platform/Toolkit/NavigationController.h"
 #include "Platform/Toolkit/TabBarController.h"
 #include "Platform/Toolkit/TableViewController.h"
+#include "View Controllers/ZRN_OLD_TableViewController.h"
 #include "Views/ZRNTableViewCell.h"
 
 namespace helmo {
@@ -44,28 +45,24 @@ void describeState(const View& view, json& node) {
 
 const char* accessoryName(const TableViewCell& cell) {
     if (cell.accessoryView()) return "view";
-    switch (cell.accessoryType()) {
-        case TableViewCellAccessory::DisclosureIndicator:
-            return "disclosure";
-        case TableViewCellAccessory::Checkmark:
-            return "checkmark";
-        case TableViewCellAccessory::None:
-            break;
-    }
-    return "none";
+    return cell.accessoryType() == TableViewCellAccessory::DisclosureIndicator ? "disclosure" : "none";
 }
 
-json describedRow(const TableViewCell& cell) {
-    const auto* artworkCell = dynamic_cast<const ZRNTableViewCell*>(&cell);
-    // A named image is one of the library's placeholders.
-    const bool artwork =
-        artworkCell && artworkCell->artworkImage() && artworkCell->artworkImage().name().empty();
+/** Whether the row shows a picture from the music. */
+bool showsArtwork(TableViewCell& cell) {
+    const auto* const row = dynamic_cast<const ZRNTableViewCell*>(&cell);
+    const auto art = row ? row->artworkImageView() : ZRN_OLD_TableViewController::albumArtViewOfCell(cell);
+    // A named image is one of the library's placeholders; a mix without any cover has one of no height.
+    return art && art->image() && art->image().name().empty() && !art->image().size().empty();
+}
+
+json describedRow(TableViewCell& cell) {
     return {{"section", cell.indexPath().section()},
             {"row", cell.indexPath().row()},
             {"title", cell.titleText()},
             {"detail", cell.detailText()},
             {"accessory", accessoryName(cell)},
-            {"artwork", artwork},
+            {"artwork", showsArtwork(cell)},
             {"selected", cell.isSelected()},
             {"focused", cell.isFocused()},
             {"playing", cell.showsPlayingMark()}};

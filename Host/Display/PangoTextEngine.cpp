@@ -217,7 +217,7 @@ void PangoTextEngine::openFonts() {
         logLine("The font family Inter is not installed; texts are shown in the system's sans.");
     }
     for (const double size : {17, 13, 11}) knownMetrics(Font::systemFont(size));
-    knownMetrics(Font::boldSystemFont(11));
+    for (const double size : {13, 11}) knownMetrics(Font::boldSystemFont(size));
 }
 
 void PangoTextEngine::waitForFonts() {

@@ -27,11 +27,10 @@ public:
     double lastBaseline() const override;
     int lineCount() const override { return static_cast<int>(_lines.size()); }
     bool isTruncated() const override { return _truncated; }
+    zornic::Rect inkBounds() const override { return _ink; }
 
     /** Never used again for another layout. */
     std::uint64_t identity() const { return _identity; }
-    /** Around all that is drawn, seen from the top left, in points. */
-    const zornic::Rect& inkBounds() const { return _ink; }
     /** Draws with the context's source, the top left at the origin, in points. */
     void show(cairo_t* context) const;
 

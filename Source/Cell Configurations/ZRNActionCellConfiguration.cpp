@@ -1,5 +1,6 @@
 #include "Cell Configurations/ZRNActionCellConfiguration.h"
 
+#include "Cell Configurations/ZRNRowAppearance.h"
 #include "Views/ZRNActionTableViewCell.h"
 
 namespace zornic {
@@ -10,6 +11,6 @@ TableView::CellFactory ZRNActionCellConfiguration::tableViewCellClass() const {
     };
 }
 
-TableAppearance ZRNActionCellConfiguration::tableAppearance() const { return {}; }
+TableAppearance ZRNActionCellConfiguration::tableAppearance() const { return ZRNRowAppearance(); }
 
 }  // namespace zornic

@@ -1,6 +1,7 @@
 #include "Cell Configurations/ZRNAlbumCellConfiguration.h"
 
 #include "Platform/Media/MediaItem.h"
+#include "Utilities/ZRNHelmoBundle.h"
 
 namespace zornic {
 
@@ -20,10 +21,10 @@ void ZRNAlbumCellConfiguration::configureCellWithViewControllerEntityAtIndexAnim
     const std::shared_ptr<TableViewCell>& cell, QueryTableViewController& viewController,
     const std::shared_ptr<MediaEntity>& entity, std::uint64_t, bool) const {
     const Dictionary values = entity->valuesForProperties(collectionPropertiesToFetch());
-    cell->textLabel()->setText(
-        textOrLocalized(valueForKey(values, MediaCollectionProperty::AlbumTitle), "UNKNOWN_ALBUM"));
-    cell->detailTextLabel()->setText(
-        textOrLocalized(valueForKey(values, MediaCollectionProperty::AlbumArtist), "UNKNOWN_ALBUM_ARTIST"));
+    cell->textLabel()->setText(ZRNTextOrLocalizedString(
+        valueForKey(values, MediaCollectionProperty::AlbumTitle).asText(), "UNKNOWN_ALBUM"));
+    cell->detailTextLabel()->setText(ZRNTextOrLocalizedString(
+        valueForKey(values, MediaCollectionProperty::AlbumArtist).asText(), "UNKNOWN_ALBUM_ARTIST"));
     const auto item = entity->representativeItem();
     requestArtwork(item ? item->artworkCatalog() : nullptr, 1, cell, viewController);
 }

@@ -8,8 +8,6 @@
 
 namespace zornic {
 
-class MediaItem;
-
 /** An artist: the name, and a cover at the left. Which name that is, and which ID tells artists apart,
    follows the driver's setting; the answers are kept for each kind of row until a setting changes. */
 class ZRNArtistCellConfiguration : public ZRNCellConfiguration {

@@ -1,18 +1,19 @@
 #include "Cell Configurations/ZRNCellConfiguration.h"
 
+#include "Cell Configurations/ZRNRowAppearance.h"
 #include "Cell Configurations/ZRNRowArtwork.h"
 #include "Platform/LibraryKit/QueryTableViewController.h"
-#include "Utilities/ZRNHelmoBundle.h"
 #include "Views/ZRNTableViewCell.h"
 
 namespace zornic {
+
 TableView::CellFactory ZRNCellConfiguration::tableViewCellClass() const {
     return [](const std::string& identifier) {
         return make<ZRNTableViewCell>(TableViewCellStyle::Subtitle, identifier);
     };
 }
 
-TableAppearance ZRNCellConfiguration::tableAppearance() const { return {}; }
+TableAppearance ZRNCellConfiguration::tableAppearance() const { return ZRNRowAppearance(); }
 
 void ZRNCellConfiguration::requestArtwork(const std::shared_ptr<ArtworkCatalog>& catalog,
                                           std::int64_t placeholderStyle,
@@ -27,10 +28,6 @@ void ZRNCellConfiguration::showArtwork(const Image& image, const std::shared_ptr
     if (!row) return;
     ArtworkCatalog::unbind(row);
     row->setArtworkImage(image);
-}
-
-std::string ZRNCellConfiguration::textOrLocalized(const Value& value, const char* key) {
-    return value.asText().empty() ? ZRNLocalizedString(key) : value.asText();
 }
 
 }  // namespace zornic

@@ -21,8 +21,6 @@ protected:
                         QueryTableViewController& viewController) const;
     /** Shows a picture that is already there, instead of any that is on its way to the cell. */
     static void showArtwork(const Image& image, const std::shared_ptr<TableViewCell>& cell);
-    /** The value's text; the library's text for `key` when it has none. */
-    static std::string textOrLocalized(const Value& value, const char* key);
 };
 
 }  // namespace zornic

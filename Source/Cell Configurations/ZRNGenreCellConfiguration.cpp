@@ -2,6 +2,7 @@
 
 #include "Platform/Media/MediaItem.h"
 #include "Utilities/ZRNGenreImage.h"
+#include "Utilities/ZRNHelmoBundle.h"
 
 namespace zornic {
 
@@ -20,8 +21,8 @@ void ZRNGenreCellConfiguration::configureCellWithViewControllerEntityAtIndexAnim
     const std::shared_ptr<TableViewCell>& cell, QueryTableViewController& viewController,
     const std::shared_ptr<MediaEntity>& entity, std::uint64_t, bool) const {
     const Dictionary values = entity->valuesForProperties(collectionPropertiesToFetch());
-    const std::string title =
-        textOrLocalized(valueForKey(values, MediaCollectionProperty::GenreName), "UNKNOWN_GENRE");
+    const std::string title = ZRNTextOrLocalizedString(
+        valueForKey(values, MediaCollectionProperty::GenreName).asText(), "UNKNOWN_GENRE");
     cell->textLabel()->setText(title);
     cell->setAccessoryType(TableViewCellAccessory::DisclosureIndicator);
     if (const Image image = ZRNGenreImageForGenreName(title)) {

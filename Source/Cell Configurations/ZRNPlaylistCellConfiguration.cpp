@@ -14,8 +14,8 @@ void ZRNPlaylistCellConfiguration::configureCellWithViewControllerEntityAtIndexA
     const std::shared_ptr<TableViewCell>& cell, QueryTableViewController&,
     const std::shared_ptr<MediaEntity>& entity, std::uint64_t, bool) const {
     const auto playlist = std::dynamic_pointer_cast<MediaPlaylist>(entity);
-    const std::string name = playlist ? playlist->name() : std::string();
-    cell->textLabel()->setText(name.empty() ? ZRNLocalizedString("UNKNOWN_TITLE") : name);
+    cell->textLabel()->setText(
+        ZRNTextOrLocalizedString(playlist ? playlist->name() : std::string(), "UNKNOWN_TITLE"));
     cell->setAccessoryType(TableViewCellAccessory::DisclosureIndicator);
 }
 

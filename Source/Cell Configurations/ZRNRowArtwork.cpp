@@ -2,11 +2,10 @@
 
 #include "Platform/Toolkit/Window.h"
 #include "Utilities/ZRNHelmoScreen.h"
+#include "Utilities/ZRNRowMetrics.h"
 
 namespace zornic {
 namespace {
-
-constexpr Size artworkSize{36, 36};
 
 double scaleOfScreenAround(ViewController& viewController) {
     const Window* window = viewController.view()->window();
@@ -25,14 +24,15 @@ void ZRNLoadRowArtwork(const std::shared_ptr<ArtworkCatalog>& catalog, std::int6
         show(ZRNAlbumPlaceholderImageWithStyle(placeholderStyle));
         return;
     }
-    catalog->setFittingSize(artworkSize);
+    catalog->setFittingSize(ZRNRowArtworkFrame().size);
     catalog->setDestinationScale(scaleOfScreenAround(viewController));
     catalog->setCacheIdentifier(cacheIdentifier, strong<Object>(&viewController));
+    // What is reused still shows its former picture. Until its own is there, another screen's copy will do.
+    const Image atHand = catalog->imageAtHand();
+    show(atHand ? atHand : ZRNAlbumPlaceholderImageWithStyle(placeholderStyle));
     catalog->setDestination(destination, [show, placeholderStyle](const Image& image) {
         show(image ? image : ZRNAlbumPlaceholderImageWithStyle(placeholderStyle));
     });
-    // What is reused shows its former picture until then; the placeholder is no lie.
-    if (!catalog->imageAtHand()) show(ZRNAlbumPlaceholderImageWithStyle(placeholderStyle));
 }
 
 }  // namespace zornic

@@ -2,6 +2,7 @@
 
 #include "Platform/LibraryKit/QueryTableViewController.h"
 #include "Platform/Media/MediaItem.h"
+#include "Utilities/ZRNHelmoBundle.h"
 
 namespace zornic {
 const ZRNSongCellConfiguration& ZRNSongCellConfiguration::instance() {
@@ -24,12 +25,14 @@ void ZRNSongCellConfiguration::configureCellWithViewControllerEntityAtIndexAnima
     const std::shared_ptr<MediaEntity>& entity, std::uint64_t, bool) const {
     const Dictionary values = entity->valuesForProperties(mediaEntityPropertiesToFetch());
     cell->textLabel()->setText(
-        textOrLocalized(valueForKey(values, MediaItemProperty::Title), "UNKNOWN_TITLE"));
+        ZRNTextOrLocalizedString(valueForKey(values, MediaItemProperty::Title).asText(), "UNKNOWN_TITLE"));
 
-    StyledText detail(textOrLocalized(valueForKey(values, MediaItemProperty::Artist), "UNKNOWN_ALBUM_ARTIST"),
+    StyledText detail(ZRNTextOrLocalizedString(valueForKey(values, MediaItemProperty::Artist).asText(),
+                                               "UNKNOWN_ALBUM_ARTIST"),
                       {.font = {}, .color = labelDefaultColor(), .backgroundColor = {}});
     detail.append(" ");
-    detail.append(textOrLocalized(valueForKey(values, MediaItemProperty::AlbumTitle), "UNKNOWN_ALBUM"),
+    detail.append(ZRNTextOrLocalizedString(valueForKey(values, MediaItemProperty::AlbumTitle).asText(),
+                                           "UNKNOWN_ALBUM"),
                   {.font = {}, .color = _externalSystemGrayColor(), .backgroundColor = {}});
     cell->detailTextLabel()->setStyledText(std::move(detail));
 

@@ -4,6 +4,7 @@
 #include "Platform/Media/CloudController.h"
 #include "Platform/Media/MediaLibrary.h"
 #include "Platform/Services/StoreClientNetworkObserver.h"
+#include "Utilities/ZRNObservation.h"
 #include "Utilities/ZRNShared.h"
 
 namespace zornic {
@@ -13,14 +14,9 @@ void ZRNPlaylistsDataSource::didMake() {
     const char* const parent = MediaPlaylistProperty::ParentPersistentID;
     _hasParentPlaylist = query()->predicateForProperty(parent).has_value();
     if (!_hasParentPlaylist) query()->addFilterPredicate(MediaPredicate::property(parent, PersistentID{0}));
-    _networkObservation = NotificationCenter::defaultCenter().observe(
-        StoreClientNetworkTypeDidChangeNotification, StoreClientNetworkObserver::shared().get(),
-        [weakSelf = weak(this)](const Notification& notification) {
-            auto self = weakSelf.lock();
-            if (!self) return;
-            self->_networkTypeDidChangeNotification(notification);
-            mainQueue().async([last = std::move(self)] {});  // it never ends on the posting thread
-        });
+    _networkObservation = ZRNObserveFromAnyThread(StoreClientNetworkTypeDidChangeNotification,
+                                                  StoreClientNetworkObserver::shared().get(), this,
+                                                  &ZRNPlaylistsDataSource::_networkTypeDidChangeNotification);
 }
 
 void ZRNPlaylistsDataSource::_networkTypeDidChangeNotification(const Notification&) {
@@ -182,6 +178,7 @@ int ZRNPlaylistsDataSource::editingTypeForEntityAtIndex(std::uint64_t index) {
 }
 
 void ZRNPlaylistsDataSource::deleteEntityAtIndex(std::uint64_t index) {
+    const auto self = strong(this);
     const auto playlist = devicePlaylistAtIndex(index);
     if (!playlist) return;
     playlist->library()->removePlaylist(*playlist);

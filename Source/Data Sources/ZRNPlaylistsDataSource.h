@@ -21,8 +21,6 @@ public:
     using ZRNQueryDataSource::ZRNQueryDataSource;
     void didMake() override;
 
-    /** Whether the query named a folder from the beginning. */
-    bool hasParentPlaylist() const { return _hasParentPlaylist; }
     bool isFolderForEntityAtIndex(std::uint64_t index);
     /** Number of songs and their length in seconds; 0 for a folder. Computed in the background while the
      * caller waits. */
@@ -79,6 +77,7 @@ private:
     std::shared_ptr<const MediaEntityList> childrenOfPlaylist(PersistentID playlist) const;
 
     static constexpr std::size_t rowsKept = 4096;
+    /** Whether the query named a folder from the beginning. */
     bool _hasParentPlaylist = false;
     RowCache<double> _cachedDurations{rowsKept};
     RowCache<std::uint64_t> _cachedCounts{rowsKept};

@@ -7,6 +7,7 @@
 #include "Platform/Foundation/DispatchQueue.h"
 #include "Platform/Media/MediaItemCollection.h"
 #include "Utilities/MediaQueryZRNAdditions.h"
+#include "Utilities/ZRNObservation.h"
 #include "Utilities/ZRNShared.h"
 
 namespace zornic {
@@ -73,14 +74,9 @@ std::optional<Ordering> orderingForQuery(const MediaQuery& query) {
 
 void ZRNQueryDataSource::didMake() {
     CompletionQueryDataSource::didMake();
-    _defaultsObservation = NotificationCenter::defaultCenter().observe(
-        ApplicationDefaultsDidChangeNotification, ZRNSharedDefaults().get(),
-        [weakSelf = weak(this)](const Notification& notification) {
-            auto self = weakSelf.lock();
-            if (!self) return;
-            self->_defaultsDidChangeNotification(notification);
-            mainQueue().async([last = std::move(self)] {});  // it never ends on the posting thread
-        });
+    _defaultsObservation =
+        ZRNObserveFromAnyThread(ApplicationDefaultsDidChangeNotification, ZRNSharedDefaults().get(), this,
+                                &ZRNQueryDataSource::_defaultsDidChangeNotification);
     _updateQueryPredicatesAndOrdering();
 }
 

@@ -4,21 +4,18 @@
 #include "Utilities/ZRNHelmoScreen.h"
 
 namespace zornic {
-namespace {
 
-std::string orText(std::string text, const char* key) {
-    return text.empty() ? ZRNLocalizedString(key) : text;
+std::string titleWithFallback(const MediaItem& item) {
+    return ZRNTextOrLocalizedString(item.title(), "Unknown Title");
 }
-
-}  // namespace
-
-std::string titleWithFallback(const MediaItem& item) { return orText(item.title(), "Unknown Title"); }
 
 std::string albumTitleWithFallback(const MediaItem& item) {
-    return orText(item.albumTitle(), "Unknown Album");
+    return ZRNTextOrLocalizedString(item.albumTitle(), "Unknown Album");
 }
 
-std::string artistWithFallback(const MediaItem& item) { return orText(item.artist(), "Unknown Artist"); }
+std::string artistWithFallback(const MediaItem& item) {
+    return ZRNTextOrLocalizedString(item.artist(), "Unknown Artist");
+}
 
 std::string albumArtistWithFallback(const MediaItem& item) {
     const std::string albumArtist = item.albumArtist();

@@ -46,7 +46,8 @@ std::shared_ptr<MediaPlaylist> ZRN_playlist(const MediaQuery& query) {
 
 std::optional<std::string> ZRN_playlistTitle(const MediaQuery& query) {
     const auto playlist = ZRN_playlist(query);
-    return playlist ? std::optional(playlist->name()) : std::nullopt;
+    std::string name = playlist ? playlist->name() : std::string();
+    return name.empty() ? std::nullopt : std::optional(std::move(name));
 }
 
 std::shared_ptr<MediaQuery> _music_nowPlayingComparableQuery(const std::shared_ptr<MediaQuery>& query) {

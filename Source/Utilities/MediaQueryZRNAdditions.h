@@ -21,7 +21,7 @@ bool ZRN_isEqualToNowPlayingQuery(const std::shared_ptr<MediaQuery>& query,
 
 /** The playlist or, first, the folder that the query is filtered to; none when it is neither. */
 std::shared_ptr<MediaPlaylist> ZRN_playlist(const MediaQuery& query);
-/** Its name; nullopt without a playlist. */
+/** Its name; nullopt without a playlist, and for one that is gone or has no name. */
 std::optional<std::string> ZRN_playlistTitle(const MediaQuery& query);
 
 /** The query itself, or a copy without filters on shuffling and streaming quality when it has any. */

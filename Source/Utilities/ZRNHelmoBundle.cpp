@@ -12,4 +12,8 @@ std::string ZRNLocalizedString(const std::string& key) {
     return bundle ? bundle->localizedString(key, "", "ZornicUI") : std::string();
 }
 
+std::string ZRNTextOrLocalizedString(std::string text, const char* key) {
+    return text.empty() ? ZRNLocalizedString(key) : text;
+}
+
 }  // namespace zornic

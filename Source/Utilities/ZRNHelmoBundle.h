@@ -17,5 +17,7 @@ inline std::shared_ptr<Bundle> ZRN_bundle() { return ZRNHelmoBundle(); }
 
 /** The text for `key` in the library's own table; empty without one. */
 std::string ZRNLocalizedString(const std::string& key);
+/** `text`, or the text for `key` where it is empty. */
+std::string ZRNTextOrLocalizedString(std::string text, const char* key);
 
 }  // namespace zornic

@@ -23,8 +23,7 @@ void fillHeader(ZRNAlbumsDetailTableHeaderView& header, const MediaItemCollectio
     static const std::vector<std::string> properties = {AlbumTitle, ItemCount,
                                                         RepresentativeItemPersistentID};
     const Dictionary values = album.valuesForProperties(properties);
-    const std::string title = valueForKey(values, AlbumTitle).asText();
-    header.setTitle(title.empty() ? ZRNLocalizedString("UNKNOWN_ALBUM") : title);
+    header.setTitle(ZRNTextOrLocalizedString(valueForKey(values, AlbumTitle).asText(), "UNKNOWN_ALBUM"));
     header.setDurationCount(album.itemsQuery()->totalAggregate(MediaItemProperty::PlaybackDuration),
                             valueForKey(values, ItemCount).asUnsigned());
 }
@@ -43,7 +42,8 @@ void ZRNAlbumsDetailViewController::viewDidLoad() {
     tableView()->registerHeaderClass(headerIdentifier(), [](const std::string& identifier) {
         return make<ZRNAlbumsDetailTableHeaderView>(identifier);
     });
-    _updateTitle();
+    // Who pushes it may have named it, where the tags do not.
+    if (title().empty()) _updateTitle();
 }
 
 void ZRNAlbumsDetailViewController::reloadData() {

@@ -21,6 +21,10 @@ public:
 
     std::optional<double> tableViewHeightForHeaderInSection(TableView& tableView,
                                                             std::uint64_t section) override;
+    /** None: an album is headed by its view alone, and by nothing once it has gone from the library. */
+    std::optional<std::string> tableViewTitleForHeaderInSection(TableView&, std::uint64_t) override {
+        return std::nullopt;
+    }
     std::shared_ptr<View> tableViewViewForHeaderInSection(TableView& tableView,
                                                           std::uint64_t section) override;
     void tableViewDidSelectRowAtIndexPath(TableView& tableView, const IndexPath& indexPath) override;

@@ -11,7 +11,7 @@ constexpr float behindAlert = 0, afterAlert = -0.9F;
 }  // namespace
 
 void ZRNAlertController::viewDidAppear(bool animated) {
-    // The base is told of its coming only now, and of its having come not at all.
+    // The base is told of its coming once more, and of its having come not at all.
     AlertController::viewWillAppear(animated);
     const auto presenter = presentingViewController();
     _presentingViewControllerView = presenter ? presenter->view() : nullptr;

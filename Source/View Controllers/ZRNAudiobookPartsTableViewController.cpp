@@ -48,11 +48,9 @@ std::string ZRNAudiobookPartsTableViewController::lengthOfPart(const MediaItem& 
 
 std::shared_ptr<TableViewCell> ZRNAudiobookPartsTableViewController::tableViewCellForRowAtIndexPath(
     TableView& table, const IndexPath& indexPath) {
-    const auto cell = dequeueReusableHelmoCellForTableViewIndexPath(table, indexPath);
-    const auto item = ZRNItemOfListRow(*this, indexPath);
-    cell->textLabel()->setText(item ? titleOfPart(*item) : "");
-    cell->detailTextLabel()->setText(item ? lengthOfPart(*item) : "");
-    return cell;
+    return ZRNCellForItemRow(*this, table, indexPath, [this](const MediaItem& item) {
+        return ZRNRowTexts{titleOfPart(item), lengthOfPart(item)};
+    });
 }
 
 void ZRNAudiobookPartsTableViewController::tableViewDidSelectRowAtIndexPath(TableView&,

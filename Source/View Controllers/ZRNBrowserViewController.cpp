@@ -11,6 +11,7 @@
 #include "Platform/Toolkit/ScrollView.h"
 #include "Utilities/ViewControllerZornicAdditions.h"
 #include "Utilities/ZRNHelmoBundle.h"
+#include "Utilities/ZRNObservation.h"
 #include "Utilities/ZRNViewControllerIdentifiers.h"
 #include "View Controllers/ZRNAudiobooksTableViewController.h"
 #include "View Controllers/ZRNBrivoMixesViewController.h"
@@ -62,13 +63,8 @@ void ZRNBrowserViewController::observeHost() {
         MusicTabBarControllerDidChangeOrderedViewControllerIdentifiersNotification,
         hostTabBarController().get(),
         [this](const Notification& notification) { _tabBarDidChangeViewControllers(notification); }));
-    const auto libraryDidChange = [weakSelf = weak(this)](const Notification& notification) {
-        auto self = weakSelf.lock();
-        if (!self) return;
-        self->_mediaLibraryDidChange(notification);
-        mainQueue().async([last = std::move(self)] {});  // screens never end on the posting thread
-    };
-    _observations.push_back(center.observe(MediaLibraryDidChangeNotification, nullptr, libraryDidChange));
+    _observations.push_back(ZRNObserveFromAnyThread(MediaLibraryDidChangeNotification, nullptr, this,
+                                                    &ZRNBrowserViewController::_mediaLibraryDidChange));
     _observations.push_back(center.observe(
         RadioOptInDidChangeNotification, nullptr,
         [this](const Notification& notification) { _accountsDidChangeNotification(notification); }));

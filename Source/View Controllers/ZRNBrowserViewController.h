@@ -78,10 +78,10 @@ public:
     bool _isNowPlayingAvailable() const { return _player && _player->currentItem(); }
     /** A new screen with its tab for one of the display's identifiers; none for any other. */
     std::shared_ptr<ViewController> _createViewControllerForIdentifier(const std::string& identifier);
-    /** A list of the old kind, which is not made by registration; none for other tabs. */
-    std::shared_ptr<ViewController> listForIdentifier(const std::string& identifier) const;
 
 private:
+    /** A list of the old kind, which is not made by registration; none for other tabs. */
+    std::shared_ptr<ViewController> listForIdentifier(const std::string& identifier) const;
     void observeHost();
     std::shared_ptr<ViewController> reusableScreen(
         const std::vector<std::shared_ptr<ViewController>>& screens, const std::string& identifier) const;

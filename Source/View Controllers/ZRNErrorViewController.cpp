@@ -36,13 +36,13 @@ void ZRNErrorViewController::setErrorMessage(std::optional<std::string> message)
 }
 
 void ZRNErrorViewController::updateTitleLabelText() {
-    if (!isViewLoaded()) return;
+    if (!_titleLabel) return;
     showText(*_titleLabel, _errorTitle, Font::thinSystemFont(72), Color::whiteColor());
     view()->setNeedsLayout();
 }
 
 void ZRNErrorViewController::updateMessageLabelText() {
-    if (!isViewLoaded()) return;
+    if (!_messageLabel) return;
     showText(*_messageLabel, _errorMessage, Font::systemFont(32), Color::white(1, 0.7));
     view()->setNeedsLayout();
 }
@@ -94,7 +94,8 @@ void ZRNErrorViewController::viewDidLoad() {
 
 void ZRNErrorViewController::viewDidLayoutSubviews() {
     ViewController::viewDidLayoutSubviews();
-    const double width = isViewLoaded() ? view()->bounds().width() - 2 * margin : 0;
+    if (!_titleLabel) return;
+    const double width = view()->bounds().width() - 2 * margin;
     _titleLabel->sizeToFit();
     layOutTitle(width);
     // Its present width may be that of a shorter message before.

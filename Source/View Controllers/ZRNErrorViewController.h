@@ -21,7 +21,7 @@ public:
     const std::optional<std::string>& errorMessage() const { return _errorMessage; }
     void setErrorMessage(std::optional<std::string> message);
 
-    /** None before the view is loaded, as all three. */
+    /** None before the view is loaded, and in a view that the host gave it; as all three. */
     const std::shared_ptr<Label>& titleLabel() const { return _titleLabel; }
     const std::shared_ptr<Label>& messageLabel() const { return _messageLabel; }
     /** None with a knob. */
@@ -31,7 +31,7 @@ public:
     void viewDidLoad() override;
     void viewDidLayoutSubviews() override;
 
-    /** Show what is set; nothing before the view is loaded. */
+    /** Show what is set, where there are labels. */
     void updateTitleLabelText();
     void updateMessageLabelText();
     /** Has the presenter take this screen away. */

@@ -15,6 +15,17 @@ std::shared_ptr<MediaItem> ZRNItemOfListRow(const ZRN_OLD_TableViewController& l
     return item;
 }
 
+std::shared_ptr<TableViewCell> ZRNCellForItemRow(
+    ZRN_OLD_TableViewController& list, TableView& tableView, const IndexPath& indexPath,
+    const std::function<ZRNRowTexts(const MediaItem& item)>& texts) {
+    const auto cell = list.dequeueReusableHelmoCellForTableViewIndexPath(tableView, indexPath);
+    const auto item = ZRNItemOfListRow(list, indexPath);
+    const ZRNRowTexts lines = item ? texts(*item) : ZRNRowTexts();
+    cell->textLabel()->setText(lines.title);
+    cell->detailTextLabel()->setText(lines.detail);
+    return cell;
+}
+
 std::int64_t ZRNWholeSeconds(double seconds) { return Value(seconds).asInteger(); }
 
 void ZRNPresentNowPlayingOverList(ZRN_OLD_TableViewController& list,

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <functional>
 #include <memory>
+#include <string>
 
 #include "View Controllers/ZRN_OLD_TableViewController.h"
 
@@ -12,6 +14,16 @@ class ZRNMusicNowPlayingViewController;
    library. Main thread, as all of these. */
 std::shared_ptr<MediaItem> ZRNItemOfListRow(const ZRN_OLD_TableViewController& list,
                                             const IndexPath& indexPath);
+
+/** The two lines of a row. */
+struct ZRNRowTexts {
+    std::string title, detail;
+};
+/** An idle cell of the list with what `texts` says of the row's item; empty lines for one that has just gone.
+ */
+std::shared_ptr<TableViewCell> ZRNCellForItemRow(
+    ZRN_OLD_TableViewController& list, TableView& tableView, const IndexPath& indexPath,
+    const std::function<ZRNRowTexts(const MediaItem& item)>& texts);
 
 /** Whole seconds of a time, cut toward zero. */
 std::int64_t ZRNWholeSeconds(double seconds);

@@ -54,11 +54,8 @@ void ZRNPlaylistsViewController::pushEmptyScreen(const std::string& title) {
 
 void ZRNPlaylistsViewController::pushContents(const MediaPlaylist& playlist) {
     const auto screen = screenForPlaylist(playlist);
-    if (!screen) return;
-    screen->setTitle(playlist.name());
-    screen->navigationItem()->setPrompt(navigationItem()->prompt());
-    screen->navigationItem()->setRightBarButtonItem(navigationItem()->rightBarButtonItem());
-    if (auto* navigation = navigationController()) navigation->pushViewController(screen, true);
+    if (screen) screen->setTitle(playlist.name());
+    pushKeepingBar(screen);
 }
 
 }  // namespace zornic

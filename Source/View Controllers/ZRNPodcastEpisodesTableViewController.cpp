@@ -6,13 +6,11 @@ namespace zornic {
 
 std::shared_ptr<TableViewCell> ZRNPodcastEpisodesTableViewController::tableViewCellForRowAtIndexPath(
     TableView& table, const IndexPath& indexPath) {
-    const auto cell = dequeueReusableHelmoCellForTableViewIndexPath(table, indexPath);
-    const auto item = ZRNItemOfListRow(*this, indexPath);
-    const Value released = item ? item->valueForProperty(MediaItemProperty::ReleaseDate) : Value();
-    const auto date = released ? std::optional(released.asDate()) : std::nullopt;
-    cell->textLabel()->setText(item ? item->title() : "");
-    cell->detailTextLabel()->setText(_formatter.stringFromDate(date).value_or(""));
-    return cell;
+    return ZRNCellForItemRow(*this, table, indexPath, [this](const MediaItem& item) {
+        const Value released = item.valueForProperty(MediaItemProperty::ReleaseDate);
+        const auto date = released ? std::optional(released.asDate()) : std::nullopt;
+        return ZRNRowTexts{item.title(), _formatter.stringFromDate(date).value_or("")};
+    });
 }
 
 void ZRNPodcastEpisodesTableViewController::tableViewDidSelectRowAtIndexPath(TableView&,

@@ -15,12 +15,10 @@ std::optional<std::vector<std::uint64_t>> offsetsOfSections(const std::vector<Me
 
 }  // namespace
 
-ZRNSectionedTableViewController::ZRNSectionedTableViewController(
-    std::shared_ptr<MediaQuery> query, std::shared_ptr<AVController> player,
-    std::shared_ptr<ZRNHelmoServiceProvider> serviceProvider)
-    : ZRN_OLD_TableViewController(std::move(query), std::move(player), std::move(serviceProvider)),
-      _offsetOfSection(this->query() ? offsetsOfSections(this->query()->collectionSections())
-                                     : std::nullopt) {}
+void ZRNSectionedTableViewController::didMake() {
+    ZRN_OLD_TableViewController::didMake();
+    if (query()) _offsetOfSection = offsetsOfSections(query()->collectionSections());
+}
 
 std::optional<std::uint64_t> ZRNSectionedTableViewController::collectionSection(std::uint64_t section) const {
     if (countOfActions() == 0) return section;

@@ -10,8 +10,8 @@ namespace zornic {
    action rows in front in subclasses. Main thread. */
 class ZRNSectionedTableViewController : public ZRN_OLD_TableViewController {
 public:
-    ZRNSectionedTableViewController(std::shared_ptr<MediaQuery> query, std::shared_ptr<AVController> player,
-                                    std::shared_ptr<ZRNHelmoServiceProvider> serviceProvider);
+    using ZRN_OLD_TableViewController::ZRN_OLD_TableViewController;
+    void didMake() override;
 
     bool isSectioning() const { return _offsetOfSection.has_value(); }
     virtual std::uint64_t countOfActions() const { return 0; }

@@ -7,12 +7,10 @@ namespace zornic {
 
 std::shared_ptr<TableViewCell> ZRNSonvaleUEpisodesTableViewController::tableViewCellForRowAtIndexPath(
     TableView& table, const IndexPath& indexPath) {
-    const auto cell = dequeueReusableHelmoCellForTableViewIndexPath(table, indexPath);
-    const auto item = ZRNItemOfListRow(*this, indexPath);
-    cell->textLabel()->setText(item ? item->title() : "");
-    cell->detailTextLabel()->setText(
-        item ? progressString(ZRNWholeSeconds(item->playbackDuration()), ProgressKind::Time) : "");
-    return cell;
+    return ZRNCellForItemRow(*this, table, indexPath, [](const MediaItem& item) {
+        return ZRNRowTexts{item.title(),
+                           progressString(ZRNWholeSeconds(item.playbackDuration()), ProgressKind::Time)};
+    });
 }
 
 void ZRNSonvaleUEpisodesTableViewController::tableViewDidSelectRowAtIndexPath(TableView&,

@@ -4,6 +4,7 @@
 #include "Platform/Toolkit/NavigationController.h"
 #include "Utilities/MediaItemHelmo.h"
 #include "Utilities/ZRNHelmoScreen.h"
+#include "Utilities/ZRNRowMetrics.h"
 #include "Utilities/ZRNTableViews.h"
 #include "View Controllers/ZRNListAppearance.h"
 #include "View Controllers/ZRNMusicNowPlayingViewController.h"
@@ -16,10 +17,9 @@ namespace {
 
 constexpr int albumArtTag = 500;
 constexpr double singleLineRowHeight = 44;
-constexpr Size albumArtSize{36, 36};
 
 void removeAlbumArt(TableViewCell& cell) {
-    if (const auto art = cell.viewWithTag(albumArtTag)) art->removeFromSuperview();
+    if (const auto art = ZRN_OLD_TableViewController::albumArtViewOfCell(cell)) art->removeFromSuperview();
 }
 
 /** The picture that is not at hand yet; it never arrives in a row that has got another one. */
@@ -27,7 +27,7 @@ void loadAlbumArt(const MediaItem& item, const std::shared_ptr<ImageView>& art) 
     const auto catalog = item.artworkCatalog();
     if (!catalog) return;
     const auto screen = ZRNHelmoScreen();
-    catalog->setFittingSize(albumArtSize);
+    catalog->setFittingSize(ZRNRowArtworkFrame().size);
     catalog->setDestinationScale(screen ? screen->scale() : 1);
     catalog->setDestination(art, [weakArt = std::weak_ptr(art)](const Image& image) {
         const auto destination = weakArt.lock();
@@ -51,8 +51,9 @@ void ZRN_OLD_TableViewController::didMake() {
 std::shared_ptr<ImageView> ZRN_OLD_TableViewController::addAlbumArtViewFromItemToCellRowHeight(
     const std::shared_ptr<MediaItem>& item, const std::shared_ptr<TableViewCell>& cell, double rowHeight) {
     const bool doubleLine = rowHeight > singleLineRowHeight;
-    const Image image = item ? albumImageWithFallbackForSizeDoubleLineRow(*item, albumArtSize, doubleLine)
-                             : ZRNAlbumPlaceholderImageWithStyle(doubleLine ? 1 : 0);
+    const Image image =
+        item ? albumImageWithFallbackForSizeDoubleLineRow(*item, ZRNRowArtworkFrame().size, doubleLine)
+             : ZRNAlbumPlaceholderImageWithStyle(doubleLine ? 1 : 0);
     const auto art = addAlbumArtViewWithImageToCellRowHeight(image, cell, rowHeight);
     if (art && item) loadAlbumArt(*item, art);
     return art;
@@ -64,13 +65,17 @@ std::shared_ptr<ImageView> ZRN_OLD_TableViewController::addAlbumArtViewWithImage
     removeAlbumArt(*cell);
     const auto art = make<ImageView>(image);
     art->setTag(albumArtTag);
-    art->setFrame({{12, 4}, albumArtSize});
+    art->setFrame(ZRNRowArtworkFrame());
     art->setContentMode(ContentMode::AspectFit);
     cell->contentView()->addSubview(art);
     EdgeInsets inset = cell->separatorInset();
-    inset.left = art->frame().maxX() + 9;
+    inset.left = art->frame().maxX() + ZRNGapAfterRowArtwork;
     cell->setSeparatorInset(inset);
     return art;
+}
+
+std::shared_ptr<ImageView> ZRN_OLD_TableViewController::albumArtViewOfCell(TableViewCell& cell) {
+    return std::dynamic_pointer_cast<ImageView>(cell.viewWithTag(albumArtTag));
 }
 
 std::shared_ptr<TableViewCell> ZRN_OLD_TableViewController::dequeueReusableHelmoCellForTableViewIndexPath(

@@ -34,6 +34,8 @@ public:
     /** Adds a picture at the left of a row, instead of an earlier one; none without picture or cell. */
     static std::shared_ptr<ImageView> addAlbumArtViewWithImageToCellRowHeight(
         const Image& image, const std::shared_ptr<TableViewCell>& cell, double rowHeight);
+    /** The picture that one of these has put into a row; none without. */
+    static std::shared_ptr<ImageView> albumArtViewOfCell(TableViewCell& cell);
     /** An idle cell without its former picture, or a new one. */
     std::shared_ptr<TableViewCell> dequeueReusableHelmoCellForTableViewIndexPath(TableView& tableView,
                                                                                  const IndexPath& indexPath);

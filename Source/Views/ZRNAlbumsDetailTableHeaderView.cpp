@@ -4,13 +4,13 @@
 
 #include "Platform/Foundation/TextTools.h"
 #include "Utilities/ZRNHelmoScreen.h"
+#include "Utilities/ZRNRowMetrics.h"
 #include "Utilities/ZRNStrings.h"
 
 namespace zornic {
 namespace {
 
-const Rect artworkFrame{12, 4, 36, 36};
-constexpr double gapAfterArtwork = 9, gapBeforeButton = 10, gapBetweenLines = 1;
+constexpr double gapBeforeButton = 10, gapBetweenLines = 1;
 /** As large as the artwork, and as far from its edge; the glyph in it ends 18 points from there. */
 constexpr double buttonMargin = 12;
 constexpr Size buttonSize{36, 36};
@@ -80,12 +80,13 @@ void ZRNAlbumsDetailTableHeaderView::layoutSubviews() {
     TableHeaderFooterView::layoutSubviews();
     const Size size = bounds().size;
     const double scale = displayScale();
+    const Rect artworkFrame = ZRNRowArtworkFrame();
     _ground->setFrame(bounds());
     _artworkView->setFrame(artworkFrame);
     const double buttonLeft = size.width - buttonMargin - buttonSize.width;
     _shuffleButton->setFrame({{buttonLeft, artworkFrame.y()}, buttonSize});
 
-    const double left = artworkFrame.maxX() + gapAfterArtwork;
+    const double left = artworkFrame.maxX() + ZRNGapAfterRowArtwork;
     const double width = std::max(0.0, buttonLeft - gapBeforeButton - left);
     const double titleHeight = ceiledToScale(_titleLabel->font().lineHeight(), scale);
     const double subtitleHeight = ceiledToScale(_subtitleLabel->font().lineHeight(), scale);

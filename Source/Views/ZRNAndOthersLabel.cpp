@@ -65,11 +65,10 @@ double ZRNAndOthersLabel::desiredHeight() const { return measuredHeight(wording(
 void ZRNAndOthersLabel::drawRect(Canvas& canvas, const Rect& dirty) {
     View::drawRect(canvas, dirty);
     if (!_truncatedItemsString) _truncateItemsToFit();
-    if (!_truncatedItemsString && _items.empty()) return;
+    if (_items.empty()) return;
     const CanvasState state(canvas);
     canvas.clip(bounds());
-    canvas.drawText(*layout(_truncatedItemsString.value_or(_items.empty() ? "" : _items.front())),
-                    bounds().origin, _textColor);
+    canvas.drawText(*layout(_truncatedItemsString.value_or(_items.front())), bounds().origin, _textColor);
 }
 
 }  // namespace zornic

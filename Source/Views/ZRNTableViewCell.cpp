@@ -1,12 +1,8 @@
 #include "Views/ZRNTableViewCell.h"
 
+#include "Utilities/ZRNRowMetrics.h"
+
 namespace zornic {
-namespace {
-
-const Rect artworkFrame{12, 4, 36, 36};
-constexpr double gapAfterArtwork = 9;
-
-}  // namespace
 
 ZRNTableViewCell::ZRNTableViewCell(TableViewCellStyle, std::string reuseIdentifier)
     : TableViewCell(TableViewCellStyle::Subtitle, std::move(reuseIdentifier)) {}
@@ -29,11 +25,11 @@ void ZRNTableViewCell::setArtworkImage(const Image& image) {
 
 void ZRNTableViewCell::layoutSubviews() {
     TableViewCell::layoutSubviews();
-    if (_artworkImageView) _artworkImageView->setFrame(artworkFrame);
+    if (_artworkImageView) _artworkImageView->setFrame(ZRNRowArtworkFrame());
     EdgeInsets inset = separatorInset();
     if (_originalLeftInset == 0) _originalLeftInset = inset.left;
     const double left =
-        _artworkImageView ? _artworkImageView->frame().maxX() + gapAfterArtwork : _originalLeftInset;
+        _artworkImageView ? _artworkImageView->frame().maxX() + ZRNGapAfterRowArtwork : _originalLeftInset;
     if (inset.left == left) return;
     inset.left = left;
     setSeparatorInset(inset);

@@ -40,8 +40,9 @@ protected:
 };
 
 TEST_F(AlbumsDetailScreenTest, AnArtistsAlbumsStandOneAfterTheOther) {
+    library->setArtwork("cover");
     addAlbum("Cut", 1990, {60, 60});
-    addAlbum("Ash", 2000, {60, 60, 60});
+    addAlbum("Ash", 2000, {60, 60, 60}, {{MediaItemProperty::ArtworkToken, "cover"}});
     addAlbum("Bay", 2010, {200});
     openFirst(ZRNArtistsViewControllerIdentifier);
     EXPECT_EQ(list().title(), "Anna");
@@ -81,9 +82,12 @@ TEST_F(AlbumsDetailScreenTest, AnArtistsAlbumsStandOneAfterTheOther) {
     EXPECT_EQ(player->playbackCount(), 6U);
     browser->dismissViewController(false);
 
-    // A header that outlives its screen does nothing.
+    // A header that outlives its screen keeps its picture and does nothing.
+    const std::weak_ptr<ViewController> screen = browser->topViewController();
     browser->popViewControllerAnimated(false);
     advance(1);
+    EXPECT_TRUE(screen.expired());
+    EXPECT_TRUE(second->artworkImage() && second->artworkImage().name().empty());
     player->stop();
     second->_shuffleButtonAction(second->shuffleButton());
     EXPECT_EQ(playing(), "");
@@ -94,9 +98,13 @@ TEST_F(AlbumsDetailScreenTest, OneAlbumHasItsShuffleButtonInTheHeader) {
     addAlbum("Ash", 1990, {59, 3599.4}, {{MediaItemProperty::ArtworkToken, "cover"}});
     library->addSong("Hidden", "Bert", "Ash", 0,
                      {{MediaItemProperty::AlbumArtist, "Anna"}, {MediaItemProperty::ArtworkToken, "cover"}});
-    openFirst(ZRNAlbumsViewControllerIdentifier);
+    openTab(ZRNAlbumsViewControllerIdentifier);
+    list().navigationItem()->setPrompt("Prompt");
+    choose(0, 0);
     EXPECT_EQ(list().title(), "Ash");
+    EXPECT_EQ(list().navigationItem()->prompt(), "Prompt");
     EXPECT_EQ(table().numberOfSections(), 1U) << "no shuffle row";
+    EXPECT_EQ(list().tableViewTitleForHeaderInSection(table(), 0), std::nullopt) << "a letter heads no album";
     ASSERT_EQ(headers().size(), 1U);
     EXPECT_TRUE(headers()[0]->artworkImage());
     EXPECT_NE(headers()[0]->artworkImage(), ZRNAlbumPlaceholderImageWithStyle(1));

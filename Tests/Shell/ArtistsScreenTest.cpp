@@ -1,10 +1,20 @@
 #include <gtest/gtest.h>
 
+#include "Cell Configurations/ZRNArtistCellConfiguration.h"
 #include "Data Sources/ZRNArtistsDataSource.h"
 #include "Tests/Shell/LibraryScreens.h"
+#include "View Controllers/ZRNArtistsViewController.h"
 
 namespace zornic {
 namespace {
+
+/** One artist, of whom only the songs are known. */
+class BareArtist final : public ZRNArtistsDataSource {
+public:
+    using ZRNArtistsDataSource::ZRNArtistsDataSource;
+    std::shared_ptr<const MediaEntityList> entities() override { return artist; }
+    std::shared_ptr<const MediaEntityList> artist;
+};
 
 class ArtistsScreenTest : public testing::Test, protected LibraryScreens {
 protected:
@@ -12,7 +22,7 @@ protected:
         using namespace MediaItemProperty;
         library->addSong("A", "Anna", "Ash", 1, {{Composer, "Zoe"}});
         library->addSong("B", "Bert", "Ash", 2, {{AlbumArtist, "Anna"}});
-        library->addSong("C", "Cora", "Cut", 1, {{Composer, "Zoe"}});
+        library->addSong("C", "Cora", "Cut", 1, {{Composer, "Zoe"}, {AlbumArtist, "Cut & Co"}});
     }
 };
 
@@ -21,7 +31,13 @@ TEST_F(ArtistsScreenTest, AnOpenListFollowsTheSetting) {
     openTab(ZRNArtistsViewControllerIdentifier);
     EXPECT_EQ(rows(), (Rows{"Anna", "Bert", "Cora"})) << "nothing to shuffle in the whole list";
     groupByAlbumArtist(true);
-    EXPECT_EQ(rows(), (Rows{"Anna", "Cora"}));
+    EXPECT_EQ(rows(), (Rows{"Anna", "Cut & Co"}));
+    list().navigationItem()->setPrompt("Prompt");
+    choose(1, 0);
+    EXPECT_EQ(list().title(), "Cut & Co");
+    EXPECT_EQ(list().navigationItem()->prompt(), "") << "that of the list stays there";
+    browser->popViewControllerAnimated(false);
+    advance(1);
     choose(0, 0);
     EXPECT_EQ(list().title(), "Anna");
     EXPECT_EQ(list().queryDataSource()->count(), 2U) << "with the guest on the album";
@@ -65,6 +81,27 @@ TEST_F(ArtistsScreenTest, AComposerLeadsToHisWorksAlone) {
     EXPECT_EQ(list().title(), "Zoe");
     EXPECT_EQ(list().queryDataSource()->numberOfSections(), 2U);
     EXPECT_EQ(list().queryDataSource()->count(), 2U);
+}
+
+TEST_F(ArtistsScreenTest, AnArtistWithoutAnIDIsFoundByASong) {
+    addGuests();
+    openTab(ZRNArtistsViewControllerIdentifier);
+    const auto source = make<BareArtist>(MediaQuery::artistsQuery(), EntityType::Collections);
+    const auto push = [&](const char* title) {
+        MediaQueryDescription songs;
+        songs.predicates = {MediaPredicate::property(MediaItemProperty::Title, title)};
+        source->artist = std::make_shared<MediaEntityArray>(std::vector<std::shared_ptr<MediaEntity>>{
+            make<MediaItemCollection>(library, 1, Dictionary(), songs)});
+        browser->pushViewController(
+            make<ZRNArtistsViewController>(source, ZRNArtistCellConfiguration::instance()), false);
+        advance(0);
+        choose(0, 0);
+        return list().queryDataSource();
+    };
+    EXPECT_EQ(push("C")->count(), 1U);
+    EXPECT_EQ(list().title(), "Cora");
+    EXPECT_EQ(push("gone")->count(), 0U) << "nobody's albums are none, not everybody's";
+    EXPECT_EQ(list().title(), "");
 }
 
 }  // namespace

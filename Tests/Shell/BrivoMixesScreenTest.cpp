@@ -171,7 +171,9 @@ TEST_F(AndOthersLabelTest, OnlyItemsAndBoundsMakeItFitAnew) {
     label->setTextColor(Color::blackColor());
     EXPECT_FALSE(isDirty());
     EXPECT_EQ(label->actualHeight(), 48) << "measured in the new font, with the old words";
-    label->setBounds({0, 0, 100, 24});
+    label->setBounds(label->bounds());
+    EXPECT_FALSE(isDirty()) << "nothing moved: the next drawing, whenever, fits it anew";
+    label->setFrame({0, 0, 100, 24});
     EXPECT_EQ(drawn(), Texts{"Anna & co"});
     settle();
     label->setItems({"Dora", "Emil"});

@@ -95,13 +95,26 @@ TEST_F(BrowserTest, WithoutAHostsTabsItHasItsOwn) {
     ASSERT_TRUE(songs());
     EXPECT_EQ(songs()->title(), "Songs");
     EXPECT_EQ(songs()->tabBarItem()->title, "Songs");
-    // In the order of the list, though not every category can be shown at all times.
-    const auto& all = ZRNDefaultTabIdentifiers();
-    auto from = all.begin();
-    for (const auto& identifier : tabIdentifiers()) {
-        from = std::find(from, all.end(), identifier);
-        ASSERT_NE(from, all.end()) << identifier;
+    EXPECT_EQ(tabIdentifiers(),
+              (Names{ZRNPlaylistsViewControllerIdentifier, ZRNArtistsViewControllerIdentifier,
+                     ZRNSongsViewControllerIdentifier, ZRNAlbumsViewControllerIdentifier,
+                     ZRNGenresViewControllerIdentifier, ZRNCompilationsViewControllerIdentifier,
+                     ZRNComposersViewControllerIdentifier}))
+        << "radio when it has a screen";
+    Names selectedImages;
+    for (const auto& tab : tabs()) {
+        const auto& item = *tab->tabBarItem();
+        EXPECT_EQ(item.image.renderingMode(), ImageRenderingMode::AlwaysTemplate) << item.title;
+        const bool drawn = item.selectedImage.renderingMode() == ImageRenderingMode::AlwaysOriginal;
+        selectedImages.push_back(item.selectedImage.name() + (drawn ? " as it is" : ""));
     }
+    EXPECT_EQ(selectedImages, (Names{"HelmoPlaylistsTabOn", "", "", "HelmoAlbumsTabOn as it is", "", "",
+                                     "HelmoComposersTabOn"}));
+    EXPECT_EQ(tabs()[1]->title(), "") << "artists leave their screen untitled";
+    EXPECT_EQ(tabs()[1]->tabBarItem()->title, "Artists");
+    const auto more = browser->tabs()->moreNavigationController()->tabBarItem();
+    for (const auto& image : {more->image, more->selectedImage})
+        EXPECT_EQ(image.renderingMode(), ImageRenderingMode::AlwaysOriginal);
     EXPECT_EQ(browser->_createViewControllerForIdentifier("songs"), nullptr) << "a host's name";
     EXPECT_EQ(browser->_createViewControllerForIdentifier(ZRNAlbumsDetailViewControllerIdentifier), nullptr);
 }
@@ -136,13 +149,57 @@ TEST_F(BrowserTest, TabsFollowTheHosts) {
     EXPECT_TRUE(songs()) << "its own once the host has gone";
 }
 
+TEST_F(BrowserTest, ListsOfTheOldKindAreTabsToo) {
+    setUIMode(2);
+    using namespace MediaPlaylistProperty;
+    for (const bool active : {true, false})
+        library->addPlaylist(active ? "Now" : "Mix", {},
+                             {{IsBrivoMix, true}, {IsActiveBrivoPlaylist, active}});
+    library->addSong("A", "Anna", "Ash", 1, {{MediaItemProperty::IsCompilation, true}});
+    const auto host = make<HostTabs>();
+    host->names = Names{"brivomix", "audiobooks", "compilations"};
+    browser = make<ZRNBrowserViewController>(host);
+    browser->setPlayer(player);
+    const auto provider = make<FakeServiceProvider>();
+    browser->setServiceProvider(provider);
+    show(browser);
+    Names classes;
+    for (const auto& tab : tabs()) {
+        classes.push_back(tab->className());
+        const auto list = std::dynamic_pointer_cast<ZRN_OLD_TableViewController>(tab);
+        ASSERT_TRUE(list);
+        EXPECT_TRUE(list->player() == player && list->serviceProvider() == provider);
+    }
+    EXPECT_EQ(classes, (Names{"ZRNBrivoMixesViewController", "ZRNAudiobooksTableViewController",
+                              "ZRNCompilationsTableViewController"}));
+    const auto mixes = std::dynamic_pointer_cast<TableViewController>(tabs()[0])->tableView();
+    ASSERT_EQ(mixes->visibleCells().size(), 1U) << "not the one that fills itself while it plays";
+    EXPECT_EQ(mixes->visibleCells().front()->textLabel()->text(), "Mix");
+
+    window->focusSystem().focus(browser->tabs()->tabBar()->buttons()[2]);
+    pressKnob();
+    const auto compilations = std::dynamic_pointer_cast<TableViewController>(tabs()[2])->tableView();
+    EXPECT_EQ(window->focusSystem().focusedItem(), compilations->visibleCells().front())
+        << "the knob goes on in the list";
+}
+
 TEST_F(BrowserTest, EmptyCategoriesSaySoUntilThereAreSongs) {
+    library->addPlaylist("List", {});
     open();
     EXPECT_FALSE(browser->libraryHasSongs());
     auto empty = songs();
     ASSERT_TRUE(showsNoContent(empty));
-    EXPECT_EQ(browser->noContentViewForScreen(empty)->titleLabel()->text(), "Nothing here yet");
-    EXPECT_EQ(browser->noContentViewForScreen(empty)->frame(), empty->view()->bounds());
+    ASSERT_TRUE(showsNoContent(tabs()[0])) << "playlists of nothing are no content";
+    const auto shown = browser->noContentViewForScreen(tabs()[0]);
+    EXPECT_EQ(shown->frame(), tabs()[0]->view()->bounds());
+    auto &title = *shown->titleLabel(), &subtitle = *shown->subtitleLabel();
+    EXPECT_EQ(title.text(), "Nothing here yet");
+    EXPECT_EQ(title.frame().x(), 12);
+    EXPECT_EQ(subtitle.frame().maxX(), 800 - 12);
+    EXPECT_NEAR(subtitle.frame().y() + subtitle.firstBaselineFromTop() -
+                    (title.frame().y() + title.firstBaselineFromTop()),
+                28, 0.5);
+    EXPECT_NEAR((title.frame().y() + subtitle.frame().maxY()) / 2, shown->bounds().midY() - 11, 0.5);
 
     addSongs({"A"});
     libraryDidChange();

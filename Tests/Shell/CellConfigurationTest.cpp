@@ -95,11 +95,13 @@ TEST_F(CellConfigurationTest, AGenreShowsThePictureOfItsMostSpecificKind) {
     library->setArtwork("cover");
     for (const char* genre : {"Hip Hop", "Polka"})
         addSongs({genre}, {{MediaItemProperty::Genre, genre}, {MediaItemProperty::ArtworkToken, "cover"}});
+    library->addItem({{MediaItemProperty::Title, "A"}, {MediaItemProperty::GenrePersistentID, 7}});
     openTab(ZRNGenresViewControllerIdentifier);
-    EXPECT_EQ(rows(), (Rows{"Hip Hop", "Polka"}));
+    EXPECT_EQ(rows(), (Rows{"Hip Hop", "Polka", "Unknown genre"}));
     EXPECT_EQ(cellOf(0, 0).artworkImage().name(), "genre-image-hip-hop");
     EXPECT_EQ(cellOf(0, 0).accessoryType(), TableViewCellAccessory::DisclosureIndicator);
     EXPECT_TRUE(cellOf(1, 0).artworkImage().name().empty()) << "a cover";
+    EXPECT_EQ(cellOf(2, 0).artworkImage(), ZRNAlbumPlaceholderImageWithStyle(0));
 }
 
 TEST_F(CellConfigurationTest, AnAlbumSaysWhoseItIs) {

@@ -70,6 +70,12 @@ TEST_F(ErrorAndAlertScreenTest, AnErrorsTextsMayChangeWhileItIsShown) {
     error->view()->setFrame({0, 0, 600, 480});
     advance(0);
     EXPECT_EQ(error->titleLabel()->frame(), Rect(12, 96, 576, 87));
+
+    const auto hosts = make<ZRNErrorViewController>();
+    hosts->setView(make<View>());
+    hosts->setErrorTitle("Later");
+    show(hosts);
+    EXPECT_FALSE(hosts->titleLabel()) << "a host's own view has none of it";
 }
 
 TEST_F(ErrorAndAlertScreenTest, AnAlertTakesTheChargeOffTheButtonsBehindIt) {

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "Platform/LibraryKit/ScreenRegistry.h"
 #include "Tests/Support/ScreenFixture.h"
 #include "Utilities/ViewControllerZornicAdditions.h"
 
@@ -77,6 +78,25 @@ TEST_F(IdentifierRegistryTest, MusicAloneFindsVideosToo) {
         EXPECT_EQ(sanitized->filterPredicates().size(), 2 + kept.size());
         EXPECT_EQ(query->description(), before) << "the given query stays as it is";
     }
+}
+
+TEST_F(IdentifierRegistryTest, AScreensOwnQueryFetchesWhatItsRowsShow) {
+    ZRN_registerViewControllerIdentifiers();
+    const auto screen = [](const char* identifier) {
+        return ScreenRegistry::shared().viewControllerForIdentifier(identifier);
+    };
+    for (const char* identifier : {ZRNArtistsViewControllerIdentifier, ZRNGenresViewControllerIdentifier,
+                                   ZRNComposersViewControllerIdentifier, ZRNAlbumsViewControllerIdentifier}) {
+        const auto list = screen(identifier);
+        const auto query = list->queryDataSource()->query();
+        EXPECT_FALSE(query->collectionPropertiesToFetch().empty()) << identifier;
+        EXPECT_EQ(query->collectionPropertiesToFetch(),
+                  list->cellConfiguration().collectionPropertiesToFetch());
+        EXPECT_EQ(mediaTypes(*query), std::vector<std::int64_t>{0x801}) << identifier;
+        EXPECT_NE(screen(identifier)->queryDataSource()->query(), query) << "a new one for each screen";
+    }
+    const auto playlists = screen(ZRNPlaylistsViewControllerIdentifier)->queryDataSource()->query();
+    EXPECT_TRUE(mediaTypes(*playlists).empty()) << "a list may hold anything";
 }
 
 }  // namespace

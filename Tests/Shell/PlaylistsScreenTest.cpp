@@ -1,5 +1,4 @@
 #include <set>
-#include <thread>
 
 #include <gtest/gtest.h>
 
@@ -7,27 +6,23 @@
 #include "Platform/LibraryKit/RestrictionsMonitor.h"
 #include "Platform/Media/CloudController.h"
 #include "Platform/Services/StoreClientNetworkObserver.h"
-#include "Tests/Support/ScreenFixture.h"
+#include "Tests/Shell/LibraryScreens.h"
 #include "Utilities/MediaPlaylistZRNPlaylistDataSourceAdditions.h"
-#include "Utilities/ViewControllerZornicAdditions.h"
-#include "View Controllers/ZRNBrowserViewController.h"
 #include "View Controllers/ZRNPlaylistsViewController.h"
 #include "View Controllers/ZRNSongsViewController.h"
 
 namespace zornic {
 namespace {
 
-using Names = std::vector<std::string>;
 constexpr const char *folderFlag = MediaPlaylistProperty::IsFolder,
                      *parent = MediaPlaylistProperty::ParentPersistentID;
 
 /** A library with, at the top: the playlists Road (Elm, Ash) and Bare (nothing), the folders Trips and
    Hollow. In Trips: the folder Alps with the playlist Zermatt (Bay), the playlist Beach (Ash) and a hidden
    one. In Hollow: a folder with an empty playlist. Elsewhere hidden: a playlist and a mix. */
-class PlaylistsScreenTest : public testing::Test, protected ScreenFixture {
+class PlaylistsScreenTest : public testing::Test, protected LibraryScreens {
 protected:
     PlaylistsScreenTest() {
-        ZRN_registerViewControllerIdentifiers();
         addSongs({"Ash", "Bay", "Elm"});
         road = library->addPlaylist("Road", {idOf("Elm"), idOf("Ash")},
                                     {{MediaPlaylistProperty::IsDeletable, true}});
@@ -58,40 +53,21 @@ protected:
                 return item->persistentID();
         return 0;
     }
-    /** The playlists tab of a browser in the window. */
-    void open() {
-        browser = make<ZRNBrowserViewController>(nullptr);
-        browser->setPlayer(player);
-        show(browser);
-        for (const auto& tab : browser->tabs()->viewControllers())
-            if (tab->identifier() == ZRNPlaylistsViewControllerIdentifier)
-                browser->tabs()->setSelectedViewController(tab);
-        advance(0);
-        playlists =
-            std::dynamic_pointer_cast<ZRNPlaylistsViewController>(browser->tabs()->selectedViewController());
-        ASSERT_TRUE(playlists);
-    }
-    static std::shared_ptr<TableViewCell> row(QueryTableViewController& list, const std::string& title) {
-        for (const auto& cell : list.tableView()->visibleCells())
-            if (cell->textLabel()->text() == title) return cell;
+    void open() { openTab(ZRNPlaylistsViewControllerIdentifier); }
+    std::shared_ptr<TableViewCell> row(const std::string& title) const {
+        for (const auto& shown : table().visibleCells())
+            if (shown->textLabel()->text() == title) return shown;
         return nullptr;
     }
-    static Names rows(QueryTableViewController& list) {
-        Names names;
-        for (const auto& cell : list.tableView()->visibleCells()) names.push_back(cell->textLabel()->text());
-        return names;
-    }
     /** Chooses a row; the screen that is then on top. */
-    std::shared_ptr<ViewController> choose(QueryTableViewController& list, const std::string& title) {
-        const auto cell = row(list, title);
-        if (!cell) return nullptr;
-        tap(*cell);
+    std::shared_ptr<ViewController> choose(const std::string& title) {
+        if (const auto chosen = row(title)) tap(*chosen);
         advance(1);
         return browser->topViewController();
     }
-    std::shared_ptr<QueryTableViewController> chooseList(QueryTableViewController& list,
-                                                         const std::string& title) {
-        return std::dynamic_pointer_cast<QueryTableViewController>(choose(list, title));
+    template <class Screen>
+    bool opens(const std::string& title) {
+        return std::dynamic_pointer_cast<Screen>(choose(title)) != nullptr;
     }
     static std::shared_ptr<ZRNPlaylistsDataSource> sourceOf(std::shared_ptr<MediaQuery> query) {
         return make<ZRNPlaylistsDataSource>(std::move(query), EntityType::Collections);
@@ -103,50 +79,45 @@ protected:
     }
 
     PersistentID road = 0, trips = 0;
-    std::shared_ptr<ZRNBrowserViewController> browser;
-    std::shared_ptr<ZRNPlaylistsViewController> playlists;
 };
 
 TEST_F(PlaylistsScreenTest, FoldersOpenTheirContentsAndPlaylistsTheirSongs) {
     library->addPlaylist("", {idOf("Ash")});
     open();
-    EXPECT_EQ(rows(*playlists), (Names{"Bare", "Hollow", "Road", "Trips", "Unknown title"}));
-    EXPECT_EQ(row(*playlists, "Road")->accessoryType(), TableViewCellAccessory::DisclosureIndicator);
-    EXPECT_TRUE(playlists->sectionIndexTitlesForTableView(*playlists->tableView()).empty());
-    playlists->navigationItem()->setPrompt("Over it");
+    EXPECT_EQ(rows(), (Rows{"Bare", "Hollow", "Road", "Trips", "Unknown title"}));
+    EXPECT_EQ(row("Road")->accessoryType(), TableViewCellAccessory::DisclosureIndicator);
+    EXPECT_TRUE(list().sectionIndexTitlesForTableView(table()).empty());
+    list().navigationItem()->setPrompt("Over it");
 
-    const auto inside = chooseList(*playlists, "Trips");
-    ASSERT_TRUE(std::dynamic_pointer_cast<ZRNPlaylistsViewController>(inside));
-    EXPECT_EQ(inside->title(), "Trips");
-    EXPECT_EQ(inside->navigationItem()->prompt(), "Over it");
-    EXPECT_TRUE(inside->navigationItem()->rightBarButtonItem());
-    EXPECT_EQ(rows(*inside), (Names{"Alps", "Beach", "Hidden inside"}));
-    const auto deepest = chooseList(*inside, "Alps");
-    ASSERT_TRUE(deepest);
-    EXPECT_EQ(rows(*deepest), Names{"Zermatt"});
+    ASSERT_TRUE(opens<ZRNPlaylistsViewController>("Trips"));
+    EXPECT_EQ(list().title(), "Trips");
+    EXPECT_EQ(list().navigationItem()->prompt(), "Over it");
+    EXPECT_TRUE(list().navigationItem()->rightBarButtonItem());
+    EXPECT_EQ(rows(), (Rows{"Alps", "Beach", "Hidden inside"}));
+    choose("Alps");
+    EXPECT_EQ(rows(), Rows{"Zermatt"});
     EXPECT_EQ(browser->viewControllers().size(), 3U);
     browser->popToViewController(browser->viewControllers().front(), false);
     advance(0);
-    EXPECT_TRUE(playlists->tableView()->indexPathsForSelectedRows().empty());
+    EXPECT_TRUE(table().indexPathsForSelectedRows().empty());
 
-    const auto songs = chooseList(*playlists, "Road");
-    ASSERT_TRUE(std::dynamic_pointer_cast<ZRNSongsViewController>(songs));
-    EXPECT_EQ(songs->title(), "Road");
-    EXPECT_EQ(songs->navigationItem()->prompt(), "Over it");
-    songs->tableView()->scrollToRowAtIndexPath({0, 0}, true, false);
+    ASSERT_TRUE(opens<ZRNSongsViewController>("Road"));
+    EXPECT_EQ(list().title(), "Road");
+    EXPECT_EQ(list().navigationItem()->prompt(), "Over it");
+    table().scrollToRowAtIndexPath({0, 0}, true, false);
     advance(0);
-    EXPECT_EQ(rows(*songs), (Names{"Shuffle", "Elm", "Ash"})) << "in the playlist's own order";
-    EXPECT_TRUE(std::dynamic_pointer_cast<ZRNTableViewController>(songs)->shouldHideIndexTitles());
+    EXPECT_EQ(rows(), (Rows{"Shuffle", "Elm", "Ash"})) << "in the playlist's own order";
+    EXPECT_TRUE(list().sectionIndexTitlesForTableView(table()).empty());
 
-    tap(*row(*songs, "Ash"));
-    EXPECT_EQ(player->currentItem()->mainTitle(), "Ash");
+    choose("Ash");
+    EXPECT_EQ(playing(), "Ash");
     EXPECT_EQ(player->playbackCount(), 2U);
 }
 
 TEST_F(PlaylistsScreenTest, OnlyWhatReallyHoldsNothingSaysSo) {
     open();
     for (const char* name : {"Bare", "Hollow"}) {
-        const auto shown = choose(*playlists, name);
+        const auto shown = choose(name);
         ASSERT_TRUE(std::dynamic_pointer_cast<ZRNNoContentView>(shown->view())) << name;
         EXPECT_EQ(shown->title(), name);
         EXPECT_EQ(shown->view()->frame().width(), 800);
@@ -154,21 +125,21 @@ TEST_F(PlaylistsScreenTest, OnlyWhatReallyHoldsNothingSaysSo) {
         browser->popViewControllerAnimated(false);
         advance(0);
     }
-    EXPECT_TRUE(chooseList(*playlists, "Trips")) << "only folders of folders hold songs, too";
+    EXPECT_TRUE(opens<ZRNPlaylistsViewController>("Trips")) << "only folders of folders hold songs, too";
 }
 
 TEST_F(PlaylistsScreenTest, TheRowWhosePlaylistPlaysIsMarked) {
     open();
     play(MediaQuery::songsQuery(), 0);
-    EXPECT_FALSE(row(*playlists, "Road")->showsPlayingMark()) << "its song, from another list";
+    EXPECT_FALSE(row("Road")->showsPlayingMark()) << "its song, from another list";
     const auto song = make<MediaQuery>();
     song->addFilterPredicate(MediaPredicate::property(MediaPlaylistProperty::PersistentID, road));
     play(song, 0);
-    EXPECT_TRUE(row(*playlists, "Road")->showsPlayingMark());
-    EXPECT_FALSE(row(*playlists, "Trips")->showsPlayingMark());
+    EXPECT_TRUE(row("Road")->showsPlayingMark());
+    EXPECT_FALSE(row("Trips")->showsPlayingMark());
     player->stop();
     advance(0);
-    EXPECT_FALSE(row(*playlists, "Road")->showsPlayingMark());
+    EXPECT_FALSE(row("Road")->showsPlayingMark());
 }
 
 TEST_F(PlaylistsScreenTest, WhatCostsAWalkOverTheSongsIsDoneOnceInTheBackground) {
@@ -221,13 +192,13 @@ TEST_F(PlaylistsScreenTest, AFolderIsRepresentedByTheFirstPlaylistInItDepthFirst
     source->resetCaches();
     EXPECT_FALSE(source->cachedRepresentativeItemForEntityAtIndex(indexOf(*source, "Road")));
 
-    Names visited;
+    Rows visited;
     const auto note = [&](const auto& playlist, bool& stop) {
         visited.push_back(playlist->name());
         stop = playlist->name() == "Beach";
     };
     source->_breadthFirstVisitNonFolderPlaylistsWithRootPlaylistVisitor(make<MediaPlaylist>(trips), note);
-    EXPECT_EQ(visited, (Names{"Zermatt", "Beach"}));
+    EXPECT_EQ(visited, (Rows{"Zermatt", "Beach"}));
     // A library may be wrong: a folder that lies in itself is walked once.
     constexpr PersistentID ring = 9000;
     library->addPlaylist("Ring", {},
@@ -235,7 +206,12 @@ TEST_F(PlaylistsScreenTest, AFolderIsRepresentedByTheFirstPlaylistInItDepthFirst
     library->addPlaylist("In the ring", {}, {{parent, ring}});
     visited.clear();
     source->_breadthFirstVisitNonFolderPlaylistsWithRootPlaylistVisitor(make<MediaPlaylist>(ring), note);
-    EXPECT_EQ(visited, Names{"In the ring"});
+    EXPECT_EQ(visited, Rows{"In the ring"});
+    // And what a mere playlist holds is seen twice: beneath it, and for itself.
+    library->addPlaylist("Lane", {}, {{parent, road}});
+    visited.clear();
+    source->_breadthFirstVisitNonFolderPlaylistsWithRootPlaylistVisitor(make<MediaPlaylist>(road), note);
+    EXPECT_EQ(visited, (Rows{"Road", "Lane", "Lane"}));
 }
 
 TEST_F(PlaylistsScreenTest, AnotherNetworkReloadsTheListOfACloudLibrary) {
@@ -290,7 +266,7 @@ TEST_F(PlaylistsScreenTest, OnlyTheDriversOwnPlaylistsOfThisDeviceAreDeleted) {
     EXPECT_EQ(source->cachedCountForEntityAtIndex(at), 0U);
 }
 
-TEST_F(PlaylistsScreenTest, NamesAreOrderedWhateverTheirCase) {
+TEST_F(PlaylistsScreenTest, RowsAreOrderedWhateverTheirCase) {
     const auto named = [&](const char* name) { return make<MediaPlaylist>(library->addPlaylist(name, {})); };
     const auto a = named("a"), b = named("B");
     EXPECT_EQ(ZRN_sortPlaylistByName(*a, *b), Ordering::Ascending);

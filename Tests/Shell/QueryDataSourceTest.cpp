@@ -259,7 +259,8 @@ TEST_F(QueryDataSourceTest, AFolderNamesItsQueryBeforeAPlaylist) {
         queryOf({filter(MediaPlaylistProperty::PersistentID, list), filter(ParentPersistentID, 0)});
     EXPECT_EQ(ZRN_playlistTitle(*top), "List");
     EXPECT_EQ(ZRN_playlist(*queryOf({})), nullptr);
-    EXPECT_EQ(ZRN_playlistTitle(*queryOf({filter(ParentPersistentID, 0)})), std::nullopt);
+    for (const auto none : {zornic::PersistentID{0}, library->addPlaylist("", {}), zornic::PersistentID{99}})
+        EXPECT_EQ(ZRN_playlistTitle(*queryOf({filter(ParentPersistentID, none)})), std::nullopt);
 }
 
 }  // namespace

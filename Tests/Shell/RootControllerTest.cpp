@@ -73,12 +73,18 @@ TEST_F(RootControllerTest, WithoutAScreenEverythingButTheWindowWorks) {
     EXPECT_EQ(root->helmoWindow(), nullptr);
     root->showNowPlaying();
     root->setPlayer(player);
-    const auto provider = make<FakeServiceProvider>();
+    auto provider = make<FakeServiceProvider>();
     root->setServiceProvider(provider);
-    EXPECT_EQ(root->browserViewController()->player(), player);
+    const auto& browser = root->browserViewController();
+    EXPECT_EQ(browser->player(), player);
     play(addSongs({"A"}));
     root->showNowPlaying();
-    EXPECT_TRUE(root->browserViewController()->presentedViewController());
+    EXPECT_TRUE(browser->presentedViewController());
+    browser->dismissViewController(false);
+    browser->reloadWithTabsForceReload({}, true);
+    advance(1);
+    provider = nullptr;
+    EXPECT_EQ(root->serviceProvider(), nullptr) << "only lists and Now Playing hold it";
 }
 
 TEST_F(RootControllerTest, RadioScreensAreTold) {

@@ -1,42 +1,26 @@
 #include <gtest/gtest.h>
 
-#include "Data Sources/ZRNQueryDataSource.h"
 #include "Platform/LibraryKit/ScreenRegistry.h"
-#include "Tests/Support/ScreenFixture.h"
-#include "Utilities/ViewControllerZornicAdditions.h"
+#include "Tests/Shell/LibraryScreens.h"
 #include "Utilities/ZRNHelmoScreen.h"
-#include "View Controllers/ZRNBrowserViewController.h"
 #include "View Controllers/ZRNNowPlayingNavigationController.h"
 #include "View Controllers/ZRNSongsViewController.h"
-#include "Views/ZRNTableViewCell.h"
 
 namespace zornic {
 namespace {
 
-class SongsScreenTest : public testing::Test, protected ScreenFixture {
+class SongsScreenTest : public testing::Test, protected LibraryScreens {
 protected:
-    SongsScreenTest() { ZRN_registerViewControllerIdentifiers(); }
-
-    /** The songs tab of a browser in the window. */
     TableView& openSongs() {
-        browser = make<ZRNBrowserViewController>(nullptr);
-        browser->setPlayer(player);
-        show(browser);
-        for (const auto& tab : browser->tabs()->viewControllers())
-            if (const auto list = std::dynamic_pointer_cast<ZRNSongsViewController>(tab)) {
-                browser->tabs()->setSelectedViewController(list);
-                songs = list;
-            }
-        advance(0);
+        openTab(ZRNSongsViewControllerIdentifier);
+        songs = std::dynamic_pointer_cast<ZRNSongsViewController>(strong(&list()));
         return *songs->tableView();
     }
     static std::string textAt(TableView& table, const IndexPath& path) {
         const auto cell = table.cellForRowAtIndexPath(path);
         return cell ? cell->textLabel()->text() : "(no row)";
     }
-    std::string playing() const { return player->currentItem() ? player->currentItem()->mainTitle() : ""; }
 
-    std::shared_ptr<ZRNBrowserViewController> browser;
     std::shared_ptr<ZRNSongsViewController> songs;
 };
 
@@ -74,27 +58,21 @@ TEST_F(SongsScreenTest, ATappedSongPlaysTheListFromThere) {
     EXPECT_FALSE(table.cellForRowAtIndexPath({3, 0})->showsPlayingMark());
 }
 
-TEST_F(SongsScreenTest, TheShuffleRowPlaysEverythingShuffled) {
-    addSongs({"Ash", "Bay", "Elm"});
-    auto& table = openSongs();
-    ASSERT_EQ(textAt(table, {0, 0}), "Shuffle");
-    EXPECT_TRUE(table.cellForRowAtIndexPath({0, 0})->accessoryView());
-    tap(*table.cellForRowAtIndexPath({0, 0}));
-    EXPECT_EQ(player->activeShuffleType(), 1);
-    EXPECT_EQ(player->playbackCount(), 3U);
-    EXPECT_NE(playing(), "");
-    EXPECT_NE(browser->presentedViewController(), nullptr);
-}
-
-TEST_F(SongsScreenTest, OneSongIsNotShuffled) {
+TEST_F(SongsScreenTest, MoreThanOneSongCanBeShuffled) {
     addSongs({"Ash"});
     auto& table = openSongs();
     EXPECT_EQ(textAt(table, {0, 0}), "Ash");
     EXPECT_EQ(table.numberOfSections(), 1U);
-    addSongs({"Bay"});
+    addSongs({"Bay", "Elm"});
     library->postDidChange();
     advance(0);
-    EXPECT_EQ(textAt(table, {0, 0}), "Shuffle");
+    ASSERT_EQ(textAt(table, {0, 0}), "Shuffle");
+    EXPECT_TRUE(table.cellForRowAtIndexPath({0, 0})->accessoryView());
+    choose(0, 0);
+    EXPECT_EQ(player->activeShuffleType(), 1);
+    EXPECT_EQ(player->playbackCount(), 3U);
+    EXPECT_NE(playing(), "");
+    EXPECT_NE(browser->presentedViewController(), nullptr);
 }
 
 TEST_F(SongsScreenTest, AKnobListOpensAtItsVeryTop) {
@@ -116,6 +94,9 @@ TEST_F(SongsScreenTest, ASongWithoutTextsSaysSo) {
     EXPECT_EQ(bare->textLabel()->text(), "Unknown title");
     EXPECT_EQ(bare->detailTextLabel()->text(), "Unknown artist Unknown album");
     EXPECT_EQ(full->detailTextLabel()->text(), "Anna Album");
+    const auto& runs = full->detailTextLabel()->styledText().runs();
+    EXPECT_EQ(runs.front().attributes.color, labelDefaultColor());
+    EXPECT_EQ(runs.back().attributes.color, _externalSystemGrayColor());
 }
 
 TEST_F(SongsScreenTest, AReusedRowDoesNotKeepTheLastSongsPicture) {
@@ -135,6 +116,14 @@ TEST_F(SongsScreenTest, AReusedRowDoesNotKeepTheLastSongsPicture) {
     advance(0);
     for (const auto& cell : table.visibleCells())
         EXPECT_EQ(std::dynamic_pointer_cast<ZRNTableViewCell>(cell)->artworkImage(), placeholder);
+
+    // Another screen has that picture at once, whatever the cell showed before.
+    const auto albums =
+        ScreenRegistry::shared().viewControllerForIdentifier(ZRNAlbumsViewControllerIdentifier);
+    first->setArtworkImage(ZRNAlbumPlaceholderImageWithStyle(0));
+    albums->cellConfiguration().configureCellWithViewControllerEntityAtIndexAnimated(
+        first, *albums, albums->queryDataSource()->entityAtIndex(0), 0, false);
+    EXPECT_EQ(first->artworkImage(), cover);
 }
 
 TEST_F(SongsScreenTest, ASongThatHasJustGoneStartsNothing) {

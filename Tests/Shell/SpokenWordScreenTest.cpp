@@ -117,7 +117,9 @@ TEST_F(SpokenWordScreenTest, ASectionedListHasNoDisclosureIndicators) {
 }
 
 TEST_F(SpokenWordScreenTest, PartsSayWhichOfHowManyAndWhatIsLeft) {
-    add("Other", "Writer", "Another Book", MediaType::Audiobook);
+    for (const int number : {1, 2})
+        add("Other", "Writer", "Another Book", MediaType::Audiobook,
+            {{AlbumTrackNumber, number}, {AlbumTrackCount, 7}, {PlaybackDuration, 59.9}});
     addPart(1, {{BookmarkTime, 0}});
     const auto one = addPart(2, {{BookmarkTime, 3600.5}});
     const auto several = addPart(3, {{BookmarkTime, 3725.9}});
@@ -133,23 +135,34 @@ TEST_F(SpokenWordScreenTest, PartsSayWhichOfHowManyAndWhatIsLeft) {
     const auto parts = follow<ZRNAudiobookPartsTableViewController>(*books, {0, 1});
     ASSERT_TRUE(parts);
     EXPECT_EQ(parts->title(), "Book");
+    EXPECT_EQ(parts->query()->groupingType(), MediaGrouping::Album);
     EXPECT_EQ(rows(*parts),
               (Texts{"File 0, 1:02:05", "Part 1 of 5, 1:02:05 left", "Part 2 of 5: chapter 4, 2:05 left",
                      "Part 3 of 5: chapters 5 to 1,234, 1:02:05", "Part 5 of 5, 0:59"}));
     expectPlaysFrom(*parts, 3);
+    stack->dismissViewController(false);
+    stack->popViewControllerAnimated(false);
+    advance(1);
+    const auto first = follow<ZRNAudiobookPartsTableViewController>(*books, {0, 0});
+    EXPECT_EQ(rows(*first), (Texts{"Part 1 of 7, 0:59", "Part 2 of 7, 0:59"})) << "five are missing";
 }
 
 TEST_F(SpokenWordScreenTest, LecturesShowTheirLength) {
     const Dictionary lecture = {{IsSonvaleU, true}, {PlaybackDuration, 2700.7}};
     add("Lecture 1", "Teacher", "Botany", MediaType::Lecture, lecture);
     add("Lecture 2", "Teacher", "Botany", MediaType::Lecture, lecture);
-    add("Talk", "Teacher", "Zoology", MediaType::Lecture, lecture);
+    add("Talk", "Teacher", "", MediaType::Lecture,
+        {{IsSonvaleU, true}, {MediaItemProperty::AlbumPersistentID, 7}});
     const auto lectures = open<ZRNSonvaleUTableViewController>(ZRN_queryForIdentifier("sonvaleu"));
-    EXPECT_EQ(rows(*lectures), (Texts{"Botany, Teacher", "Zoology, Teacher"}));
+    EXPECT_EQ(rows(*lectures), (Texts{"Botany, Teacher", "Teacher"}));
+    EXPECT_EQ(follow<ZRNSonvaleUEpisodesTableViewController>(*lectures, {0, 1})->title(), "Unknown album");
+    stack->popViewControllerAnimated(false);
+    advance(1);
     const auto episodes = follow<ZRNSonvaleUEpisodesTableViewController>(*lectures, {0, 0});
     ASSERT_TRUE(episodes);
     EXPECT_EQ(episodes->title(), "Botany");
     EXPECT_EQ(rows(*episodes), (Texts{"Lecture 1, 45:00", "Lecture 2, 45:00"}));
+    EXPECT_EQ(episodes->query()->groupingType(), MediaGrouping::Title);
     expectPlaysFrom(*episodes, 0);
 }
 

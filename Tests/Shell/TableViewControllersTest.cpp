@@ -221,20 +221,6 @@ TEST_F(TableViewControllersTest, TheChosenRowStaysMarkedUntilTheListIsBack) {
     EXPECT_EQ(stack->topViewController(), list) << "a row without a screen";
 }
 
-TEST_F(TableViewControllersTest, ASwipeBackDecidesAtItsEnd) {
-    addAlbums("ABC");
-    const auto list = albums();
-    show(list);
-    for (const bool cancelled : {true, false}) {
-        const auto swipe = make<TransitionCoordinator>(true);
-        list->setTransitionCoordinator(swipe);
-        list->viewDidAppear(true);
-        list->tableView()->selectRowAtIndexPath({0, 1}, false);
-        swipe->interactionEnded(cancelled);
-        EXPECT_EQ(list->tableView()->indexPathsForSelectedRows().size(), cancelled ? 1U : 0U);
-    }
-}
-
 TEST_F(TableViewControllersTest, SeparatorsAndTextsMakeRoomForPictures) {
     const auto cell = make<ZRNTableViewCell>(TableViewCellStyle::Default, "row");
     cell->setSeparatorInset({0, 15, 0, 0});

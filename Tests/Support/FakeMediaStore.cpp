@@ -81,7 +81,7 @@ bool valueMeets(const Value& value, const MediaPredicate& predicate) {
         return value.asText().find(predicate.value().asText()) != std::string::npos;
     if (predicate.property() == MediaItemProperty::MediaType)
         return (value.asInteger() & predicate.value().asInteger()) != 0;
-    return value == predicate.value();
+    return predicate.value() && value == predicate.value();
 }
 
 std::vector<std::string> orderingOf(const MediaQueryDescription& description) {

@@ -3,6 +3,7 @@
 #include "Platform/Toolkit/TableView.h"
 #include "Platform/Toolkit/TableViewController.h"
 #include "Platform/Toolkit/Window.h"
+#include "Tests/Support/RecordingCanvas.h"
 
 using namespace zornic;
 using namespace std::chrono_literals;
@@ -271,6 +272,28 @@ TEST_F(TableViewTest, AFingerOnTheIndexBarGoesFromLetterToLetter) {
     table()->reloadData();
     EXPECT_TRUE(table()->indexBar()->isHidden());
     EXPECT_EQ(table()->visibleCells().front()->frame().maxX(), 800);
+}
+
+TEST_F(TableViewTest, LettersOfTheIndexNeverTouch) {
+    for (const double height : {196.0, 436.0, 676.0})
+        for (const std::size_t count : {1U, 5U, 20U, 60U}) {
+            const auto bar = make<IndexBar>(Rect(0, 0, IndexBar::width, height));
+            std::vector<std::string> titles;
+            for (std::size_t at = 0; at < count; ++at) titles.push_back("L" + std::to_string(at));
+            bar->setTitles(titles);
+            RecordingCanvas canvas({0, 0, IndexBar::width, height});
+            bar->drawRect(canvas, bar->bounds());
+            double bottom = 0;
+            for (const auto& letter : canvas.texts) {
+                EXPECT_GE(letter.area.y(), bottom) << letter.text << " of " << count << " in " << height;
+                bottom = letter.area.maxY();
+            }
+            EXPECT_LE(bottom, height);
+            EXPECT_EQ(canvas.texts.front().text, titles.front());
+            EXPECT_EQ(canvas.texts.back().text, titles.back());
+            EXPECT_EQ(canvas.fills.empty(), canvas.texts.size() == count) << "dots for what is left out";
+            EXPECT_GT(2 * canvas.texts.size() + 1, std::min(count, static_cast<std::size_t>(height / 15)));
+        }
 }
 
 TEST_F(TableViewTest, TheKnobSeesOneRowBeyondAndKeepsItsRowOverAReload) {

@@ -8,8 +8,8 @@
 
 namespace zornic {
 
-/** A cache that drops what was used longest ago when its cost passes a limit, and everything under memory
-   pressure. A miss is nullopt. Thread-safe. */
+/** A cache that drops what was used longest ago when its cost passes a limit. A miss is nullopt. Thread-safe.
+ */
 template <class Key, class T, class Hash = std::hash<Key>>
 class EvictingCache {
 public:

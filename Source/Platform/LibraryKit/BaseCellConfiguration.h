@@ -12,14 +12,17 @@ namespace zornic {
 
 class QueryTableViewController;
 
-/** Look of a list, as far as a configuration decides it. */
+/** Look of a list, as far as a configuration decides it: bare rows of the table's own height unless it says
+   otherwise. */
 struct TableAppearance {
-    Color tableViewBackgroundColor = _externalSystemExtraDarkGrayColor();
-    Color tableViewCellBackgroundColor = _externalSystemExtraDarkGrayColor();
-    double tableViewCellHeight = 44;  // points
-    Color tableViewSeparatorColor = _externalSystemDarkGrayColor();
-    EdgeInsets tableViewSeparatorInset{AutomaticDimension, 12, AutomaticDimension, AutomaticDimension};
-    TableViewSeparatorStyle tableViewSeparatorStyle = TableViewSeparatorStyle::SingleLine;
+    Color tableViewBackgroundColor = Color::clear();
+    Color tableViewCellBackgroundColor = Color::clear();
+    /** Points; AutomaticDimension: the table's own. */
+    double tableViewCellHeight = AutomaticDimension;
+    Color tableViewSeparatorColor = Color::clear();
+    EdgeInsets tableViewSeparatorInset{AutomaticDimension, AutomaticDimension, AutomaticDimension,
+                                       AutomaticDimension};
+    TableViewSeparatorStyle tableViewSeparatorStyle = TableViewSeparatorStyle::None;
 };
 
 /** How the rows of one kind are made and filled. One immutable object a class, shared by every list of that

@@ -24,7 +24,7 @@ void QueryTableViewController::viewDidLoad() {
     const auto& table = tableView();
     const TableAppearance look = _cellConfiguration.tableAppearance();
     table->setBackgroundColor(look.tableViewBackgroundColor);
-    table->setRowHeight(look.tableViewCellHeight);
+    if (look.tableViewCellHeight != AutomaticDimension) table->setRowHeight(look.tableViewCellHeight);
     table->setSeparatorColor(look.tableViewSeparatorColor);
     table->setSeparatorInset(look.tableViewSeparatorInset);
     table->setSeparatorStyle(look.tableViewSeparatorStyle);

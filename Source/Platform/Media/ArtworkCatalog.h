@@ -47,7 +47,7 @@ public:
 
     /** Whether both show the same picture, at whichever size. */
     bool isVisuallyIdenticalTo(const ArtworkCatalog& other) const;
-    /** Frees every cached picture, under memory pressure. */
+    /** Frees every cached picture. */
     static void evictAll();
 
 private:

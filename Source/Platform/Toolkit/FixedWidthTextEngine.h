@@ -18,6 +18,7 @@ public:
     double lastBaseline() const override { return size().height - _lines.back().descent; }
     int lineCount() const override { return static_cast<int>(_lines.size()); }
     bool isTruncated() const override { return _truncated; }
+    Rect inkBounds() const override { return {{}, size()}; }
     /** What each line shows, ellipses included. */
     const std::vector<Line>& lines() const { return _lines; }
 

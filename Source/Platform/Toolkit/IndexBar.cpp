@@ -7,11 +7,15 @@ namespace zornic {
 namespace {
 
 constexpr double hitWidth = 44;
-/** A letter needs this much height to be told from its neighbours, and looks lost with more than the other.
- */
-constexpr double leastStep = 13, mostStep = 18;
+/** Letters with more than this from one to the next look lost. */
+constexpr double mostStep = 22;
 constexpr double dotSize = 3;
+/** Of the letters, to the edges above and below. */
+constexpr double margin = 4;
 constexpr auto none = static_cast<std::size_t>(-1);
+
+constexpr Font smallLetters() { return Font::boldSystemFont(11); }
+constexpr Font largeLetters() { return Font::boldSystemFont(13); }
 
 }  // namespace
 
@@ -32,7 +36,9 @@ void IndexBar::setFrame(const Rect& frame) {
 
 void IndexBar::updateShownTitles() {
     _shown.clear();
-    const auto room = static_cast<std::size_t>(std::max(1.0, std::floor(bounds().height() / leastStep)));
+    const double least = std::ceil(smallLetters().lineHeight());
+    const auto room =
+        static_cast<std::size_t>(std::max(1.0, std::floor((bounds().height() - 2 * margin) / least)));
     const auto count = _titles.size();
     // With a dot between every two letters that are shown.
     const auto letters = count <= room ? count : (room + 1) / 2;
@@ -51,11 +57,19 @@ std::vector<IndexBar::Place> IndexBar::places() const {
     return places;
 }
 
+Rect IndexBar::areaOfPlaces(std::size_t count) const {
+    const double height =
+        std::clamp(bounds().height() - 2 * margin, 1.0, mostStep * static_cast<double>(count));
+    return {bounds().x(), bounds().midY() - height / 2, bounds().width(), height};
+}
+
 void IndexBar::drawRect(Canvas& canvas, const Rect&) {
     const auto all = places();
     if (all.empty()) return;
-    const double step = std::min(bounds().height() / static_cast<double>(all.size()), mostStep);
-    double y = (bounds().height() - step * static_cast<double>(all.size())) / 2;
+    const Rect area = areaOfPlaces(all.size());
+    const double step = area.height() / static_cast<double>(all.size());
+    const Font font = step < largeLetters().lineHeight() ? smallLetters() : largeLetters();
+    double y = area.y();
     for (std::size_t at = 0; at < all.size(); ++at, y += step) {
         const auto& place = all[at];
         const auto end = at + 1 < all.size() ? all[at + 1].title : _titles.size();
@@ -69,11 +83,12 @@ void IndexBar::drawRect(Canvas& canvas, const Rect&) {
         }
         TextRequest request;
         request.text = StyledText(_titles[place.title]);
-        request.font = Font::boldSystemFont(11);
+        request.font = font;
         request.maxWidth = bounds().width();
         request.alignment = TextAlignment::Center;
         const auto layout = TextEngine::current().layout(request);
-        canvas.drawText(*layout, {bounds().x(), middle - layout->size().height / 2}, color);
+        // Scripts without capitals would hang low on a common baseline, and some below it.
+        canvas.drawText(*layout, {bounds().x(), middle - layout->inkBounds().midY()}, color);
     }
 }
 
@@ -88,10 +103,9 @@ void IndexBar::touchCancelled(const Touch&) { setPicked(none); }
 
 void IndexBar::pick(const Touch& touch) {
     if (_titles.empty()) return;
-    const auto count = static_cast<double>(places().size());
-    const double height = std::min(bounds().height(), mostStep * count);
-    const double y = convertFromWindow(touch.location).y - (bounds().height() - height) / 2;
-    const double title = std::floor(y / height * static_cast<double>(_titles.size()));
+    const Rect area = areaOfPlaces(places().size());
+    const double part = (convertFromWindow(touch.location).y - area.y()) / area.height();
+    const double title = std::floor(part * static_cast<double>(_titles.size()));
     const auto index =
         static_cast<std::size_t>(std::clamp(title, 0.0, static_cast<double>(_titles.size() - 1)));
     if (index == _picked) return;

@@ -8,8 +8,8 @@
 
 namespace zornic {
 
-/** The letters at a list's right edge, 28 points wide and to be hit over 44. When there is no room for all
-   titles, some are left out and dots stand for them. Main thread. */
+/** The letters at a list's right edge, 28 points wide and to be hit over 44. They are as large as there is
+   room for; when there is none for all, some are left out and dots stand for them. Main thread. */
 class IndexBar : public View {
 public:
     static constexpr double width = 28;
@@ -37,6 +37,8 @@ private:
         bool dot;
     };
     std::vector<Place> places() const;
+    /** Where they stand, one below the other, around the middle. */
+    Rect areaOfPlaces(std::size_t count) const;
     std::vector<std::string> _titles;
     /** Indices of the titles that are drawn; a dot stands between two whose neighbours are left out. */
     std::vector<std::size_t> _shown;

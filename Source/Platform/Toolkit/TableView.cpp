@@ -41,13 +41,6 @@ void TableView::setRowHeight(double height) {
     setNeedsLayout();
 }
 
-void TableView::setSectionHeaderHeight(double height) {
-    if (height == _sectionHeaderHeight) return;
-    _sectionHeaderHeight = height;
-    _sectionsLoaded = false;
-    setNeedsLayout();
-}
-
 void TableView::setSeparatorInset(const EdgeInsets& inset) {
     _separatorInset = inset;
     setNeedsLayout();

@@ -31,8 +31,6 @@ public:
 
     double rowHeight() const { return _rowHeight; }
     void setRowHeight(double height);
-    double sectionHeaderHeight() const { return _sectionHeaderHeight; }
-    void setSectionHeaderHeight(double height);
     EdgeInsets separatorInset() const { return _separatorInset; }
     void setSeparatorInset(const EdgeInsets& inset);
     Color separatorColor() const { return _separatorColor; }
@@ -153,7 +151,7 @@ private:
     IndexPath _lastFocused;
     int _updateDepth = 0;
     std::vector<IndexPath> _pendingReloads;
-    double _rowHeight = 44, _sectionHeaderHeight = 28;
+    double _rowHeight = 44;
     EdgeInsets _separatorInset{0, 12, 0, 0};
     Color _separatorColor = _externalSystemDarkGrayColor();
     TableViewSeparatorStyle _separatorStyle = TableViewSeparatorStyle::SingleLine;

@@ -25,10 +25,6 @@ Color mixed(Color from, Color to, double part) {
             mix(from.alpha, to.alpha)};
 }
 
-const char* imageName(TableViewCellAccessory type) {
-    return type == TableViewCellAccessory::Checkmark ? "ToolkitCheckmark" : "ToolkitDisclosure";
-}
-
 /** Hears that a text changed, and leaves the layout to its row, whose accessory bounds it. */
 class RowContentView : public View {
 public:
@@ -73,7 +69,7 @@ void TableViewCell::setAccessoryType(TableViewCellAccessory type) {
     if (_disclosureView) _disclosureView->removeFromSuperview();
     _disclosureView = nullptr;
     if (type != TableViewCellAccessory::None) {
-        const auto image = Image::named(imageName(type), Bundle::platformBundle(), {displayScale()});
+        const auto image = Image::named("ToolkitDisclosure", Bundle::platformBundle(), {displayScale()});
         _disclosureView = make<ImageView>(image.withRenderingMode(ImageRenderingMode::AlwaysTemplate));
         addSubview(_disclosureView);
     }

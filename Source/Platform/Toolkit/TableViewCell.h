@@ -7,7 +7,7 @@
 namespace zornic {
 
 enum class TableViewCellStyle { Default = 0, Value1 = 1, Value2 = 2, Subtitle = 3 };
-enum class TableViewCellAccessory { None = 0, DisclosureIndicator = 1, Checkmark = 3 };
+enum class TableViewCellAccessory { None = 0, DisclosureIndicator = 1 };
 class PlayingMarkView;
 class TableView;
 

@@ -8,6 +8,7 @@ namespace zornic {
 namespace {
 
 constexpr const char* plainHeader = "ToolkitPlainHeader";
+constexpr double plainHeaderHeight = 28;
 
 /** 1 first, 2 middle, 3 last, 4 only. */
 int sectionLocation(std::uint64_t row, std::uint64_t count) {
@@ -44,7 +45,7 @@ double TableView::heightOfHeader(std::uint64_t section) {
         if (const auto height = delegate->tableViewHeightForHeaderInSection(*this, section))
             return std::max(0.0, *height);
     const auto source = _dataSource.lock();
-    return source && source->tableViewTitleForHeaderInSection(*this, section) ? _sectionHeaderHeight : 0;
+    return source && source->tableViewTitleForHeaderInSection(*this, section) ? plainHeaderHeight : 0;
 }
 
 void TableView::placeSections() {

@@ -77,6 +77,8 @@ public:
     virtual int lineCount() const = 0;
     /** Whether something did not fit and an ellipsis stands for it. */
     virtual bool isTruncated() const = 0;
+    /** Around all that is painted, seen from the top left, in points: it may stand out of the lines. */
+    virtual Rect inkBounds() const = 0;
     const TextRequest& request() const { return _request; }
 
 protected:
