@@ -45,6 +45,7 @@ HelmoApplication::HelmoApplication(CommandLine commandLine) : _commandLine(std::
 
 HelmoApplication::~HelmoApplication() {
     _bookmarkKeeper = nullptr;
+    _libraryWatch = nullptr;
     if (_library) _library->stopWaiting();
     _libraryNotice = nullptr;
     _scanner = nullptr;
@@ -105,8 +106,17 @@ bool HelmoApplication::openLibrary() {
     _scanner->setProgressHandler([this](const ScanProgress& progress) {
         if (progress.isFinished) _mixes->update();
     });
+    watchFolders();
     if (_commandLine.headless) _scanner->start();
     return true;
+}
+
+void HelmoApplication::watchFolders() {
+    const auto folders = std::make_shared<FolderWatch>(_scanner->roots());
+    _scanner->setWatch(folders);
+    _libraryWatch = make<LibraryWatch>(
+        folders, [this](const ScanScope& scope) { _scanner->scan(scope); },
+        isVirtual() ? LibraryWatch::Way::Asks : LibraryWatch::Way::Waits);
 }
 
 void HelmoApplication::makePlayer() {

@@ -13,6 +13,7 @@
 #include "Host/HostNotices.h"
 #include "Host/HostServiceProvider.h"
 #include "Host/HostTabBarController.h"
+#include "Host/Library/LibraryWatch.h"
 #include "Host/Library/Mixes/Mixes.h"
 #include "Host/Library/Scanner.h"
 #include "Host/LibraryNotice.h"
@@ -52,6 +53,7 @@ private:
     void choosePaths();
     void installServices();
     bool openLibrary();
+    void watchFolders();
     void makePlayer();
     void makeScreens();
     int runWindow();
@@ -77,6 +79,7 @@ private:
     std::vector<std::filesystem::path> _musicFolders;
     std::unique_ptr<Mixes> _mixes;
     std::unique_ptr<Scanner> _scanner;
+    std::shared_ptr<LibraryWatch> _libraryWatch;
     std::shared_ptr<zornic::Screen> _screen;
     std::shared_ptr<zornic::AVController> _player;
     std::shared_ptr<BookmarkKeeper> _bookmarkKeeper;

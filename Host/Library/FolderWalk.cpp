@@ -51,6 +51,7 @@ void take(int descriptor, const dirent& entry, FolderContents& folder) {
             logProblem(folder.path / name, std::generic_category().message(error));
     } else if (S_ISDIR(status.st_mode)) {
         folder.folders.emplace_back(name);
+        folder.links.emplace(name);
     } else if (!S_ISREG(status.st_mode)) {
         if (isMusic) logProblem(folder.path / name, "no file but a pipe, a socket or a device");
     } else if (isMusic) {
@@ -111,13 +112,21 @@ bool FolderWalk::read(const Waiting& place, FolderContents& folder) {
         folder.medium = _media.size();
         _media.push_back({place.path, identity});
     }
+    if (_willRead) _willRead(place.path);
     if (list(descriptor, folder)) return true;
     logFailure(place.path, folder.medium, errno);
     return false;
 }
 
-void FolderWalk::run(const std::filesystem::path& root, const std::function<bool(FolderContents&)>& visit) {
-    std::vector<Waiting> waiting{{root, none, 0}};
+void FolderWalk::run(const std::filesystem::path& root, const Visit& visit) { walk(root, {}, visit); }
+
+bool FolderWalk::runWithin(const std::filesystem::path& folder, bool isTree, const Visit& visit) {
+    return !FileStamp::of(folder) || walk(folder, {isTree, false}, visit);
+}
+
+bool FolderWalk::walk(const std::filesystem::path& top, Reach reach, const Visit& visit) {
+    bool isComplete = true;
+    std::vector<Waiting> waiting{{top, none, 0}};
     while (!waiting.empty()) {
         const Waiting place = std::move(waiting.back());
         waiting.pop_back();
@@ -126,9 +135,15 @@ void FolderWalk::run(const std::filesystem::path& root, const std::function<bool
         folder.path = place.path;
         if (!read(place, folder)) continue;
         // Taken before the visitor may take the contents over.
-        const auto folders = std::move(folder.folders);
+        auto folders = std::move(folder.folders);
+        const auto links = std::move(folder.links);
         const auto medium = folder.medium;
-        if (!visit(folder)) return;
+        if (!visit(folder)) return isComplete;
+        if (!reach.descends) continue;
+        if (!reach.followsLinks && !links.empty()) {
+            isComplete = false;
+            std::erase_if(folders, [&](const std::string& name) { return links.contains(name); });
+        }
         if (place.depth >= maximumDepth && !folders.empty()) {
             logProblem(place.path, "too deep, folders inside are left out");
             continue;
@@ -136,6 +151,7 @@ void FolderWalk::run(const std::filesystem::path& root, const std::function<bool
         for (auto name = folders.rbegin(); name != folders.rend(); ++name)
             waiting.push_back({place.path / *name, medium, place.depth + 1});
     }
+    return isComplete;
 }
 
 }  // namespace helmo

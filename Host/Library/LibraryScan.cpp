@@ -27,25 +27,49 @@ constexpr std::size_t maximumAsked = 1024;
 
 }  // namespace
 
-void LibraryScan::run() {
+ScanScope LibraryScan::run() {
     if (_library.beginStoring()) begin();
-    for (const auto& root : _roots) {
-        if (isEnding()) break;
-        _walk.run(root, [&](FolderContents& folder) {
-            scanFolder(folder, root);
-            return !isEnding();
-        });
-    }
+    if (_watch) _watch->beginScan(_scope);
+    if (_scope.isWhole())
+        walkFolders();
+    else
+        walkPlaces();
+    if (_watch && !isEnding()) _again.add(_watch->endScan(_scope));
     if (!isEnding()) takeReadings(0);
     _stream = nullptr;
     storeBatch();
     for (const auto& [album, remark] : _albumRemarks) logLine("scan: " + remark);
     if (!isEnding()) makeMissingIndices();
     if (!isEnding()) hideWhatIsGone();
+    if (!isEnding() && !_scope.isWhole()) addOtherPlaylists();
     if (!isEnding()) scanPlaylists();
     if (_hasChanged && !isEnding()) _library.write([](TrackStore& store) { store.forgetCache(); });
     announce(true);
     if (!isEnding()) _library.checkIntegrity();
+    return _again;
+}
+
+void LibraryScan::walkFolders() {
+    for (const auto& root : _roots) {
+        if (isEnding()) return;
+        _walk.run(root, [&](FolderContents& folder) {
+            scanFolder(folder, root);
+            return !isEnding();
+        });
+    }
+}
+
+void LibraryScan::walkPlaces() {
+    for (const auto& [place, isTree] : _scope.places()) {
+        const auto root = std::ranges::find_if(
+            _roots, [&, inside = place](const auto& above) { return isWithin(inside, above); });
+        if (isEnding() || root == _roots.end()) continue;
+        const bool isComplete = _walk.runWithin(place, isTree, [&](FolderContents& folder) {
+            scanFolder(folder, *root);
+            return !isEnding();
+        });
+        if (!isComplete) _again.addEverything();
+    }
 }
 
 void LibraryScan::begin() {
@@ -77,6 +101,8 @@ void LibraryScan::scanFolder(FolderContents& contents, const std::filesystem::pa
     for (auto& file : comparison.forgotten) _batch.forgotten.push_back(std::move(file));
     for (auto& unread : comparison.unread) {
         if (isEnding()) return;
+        // It is heard of again when it is whole.
+        if (_watch && _watch->isBeingWritten(contents.path / unread.file.name)) continue;
         ask(folder, unread);
     }
     storeIfDue();
@@ -183,9 +209,9 @@ void LibraryScan::hideWhatIsGone() {
     };
     std::vector<std::int64_t> gone;
     _library.readers()->read(false, [&](Database& database) {
-        auto folders = database.prepare({"SELECT id FROM folder", {}});
+        auto folders = database.prepare({"SELECT id, path FROM folder", {}});
         while (folders.step())
-            if (isGone(folders.integer(0)) &&
+            if (isGone(folders.integer(0)) && _scope.contains(folders.text(1)) &&
                 database.integer({"SELECT EXISTS (SELECT 1 FROM track WHERE folder_id = ? AND present = 1)",
                                   {folders.integer(0)}}))
                 gone.push_back(folders.integer(0));
@@ -196,6 +222,14 @@ void LibraryScan::hideWhatIsGone() {
         _library.write([&](TrackStore& store) { store.hideFolder(folder); });
         noteChange();
     }
+}
+
+/** Those elsewhere are there still, and may name what was found. */
+void LibraryScan::addOtherPlaylists() {
+    const auto known = _library.readers()->read(KnownPlaylists(), PlaylistStore::known);
+    for (const auto& [path, playlist] : known)
+        if (playlist.isPresent && !playlist.isFolder && !_scope.contains(std::filesystem::path(path).parent_path()))
+            _playlists.insert(path);
 }
 
 void LibraryScan::scanPlaylists() {

@@ -12,6 +12,7 @@
 
 #include "Host/Library/FolderComparison.h"
 #include "Host/Library/FolderWalk.h"
+#include "Host/Library/FolderWatch.h"
 #include "Host/Library/ScanBatch.h"
 #include "Host/Library/SqliteMediaLibrary.h"
 
@@ -24,27 +25,34 @@ struct ScanProgress {
     bool isFinished = false;
 };
 
-/** One pass over all folders: stores what is new or changed, hides what is gone, takes over playlist files.
-   Files whose size and time are as they were are not opened, and a folder in which nothing changed costs no
-   write. Files are read ahead while others are found and stored. Changes are stored in batches that grow, the
-   first one small so that the first rows are soon on screen, and announced at once, then every second, then
-   at the end. On the scanning thread. */
+/** One pass over all folders, or some: stores what is new or changed, hides what is gone, takes over playlist
+   files. Files whose size and time are as they were are not opened, and a folder in which nothing changed
+   costs no write. Files are read ahead while others are found and stored. Changes are stored in batches that
+   grow, the first one small so that the first rows are soon on screen, and announced at once, then every
+   second, then at the end. On the scanning thread. */
 class LibraryScan {
 public:
+    /** `scope`: where to look. `watch`: what is to hear of changes from then on, or none. */
     LibraryScan(SqliteMediaLibrary& library, const std::vector<std::filesystem::path>& roots,
                 TagReader& reader, const std::atomic<bool>& isStopping,
-                const std::function<void(const ScanProgress&)>& progressHandler)
+                const std::function<void(const ScanProgress&)>& progressHandler,
+                ScanScope scope = ScanScope::everything(), FolderWatch* watch = nullptr)
         : _library(library),
           _roots(roots),
           _reader(reader),
           _isStopping(isStopping),
-          _progressHandler(progressHandler) {}
-    void run();
+          _progressHandler(progressHandler),
+          _scope(std::move(scope)),
+          _watch(watch) {}
+    /** What has to be scanned anew after all. */
+    ScanScope run();
 
 private:
     /** Whether it makes no sense to go on. */
     bool isEnding() const { return _isStopping || _hasFailed || !_library.isStoring(); }
     void begin();
+    void walkFolders();
+    void walkPlaces();
     void scanFolder(FolderContents& contents, const std::filesystem::path& root);
     void comparePicture(const FolderContents& contents, const KnownFolder& known,
                         const std::shared_ptr<const ScannedFolder>& folder);
@@ -57,6 +65,7 @@ private:
     void noteRemark(const AlbumGroups::Key& album, std::string remark);
     void makeMissingIndices();
     void hideWhatIsGone();
+    void addOtherPlaylists();
     void scanPlaylists();
     void noteChange() { _hasChanged = _isUnannounced = true; }
     void announce(bool isEnd);
@@ -67,7 +76,12 @@ private:
     const std::atomic<bool>& _isStopping;
     const std::function<void(const ScanProgress&)>& _progressHandler;
 
-    FolderWalk _walk;
+    const ScanScope _scope;
+    FolderWatch* const _watch;
+    ScanScope _again;
+    FolderWalk _walk{[this](const std::filesystem::path& folder) {
+        if (_watch) _watch->add(folder);
+    }};
     /** Rows of the folders that hold music, and the media they are on. */
     std::unordered_map<std::int64_t, std::size_t> _folders;
     std::set<std::filesystem::path> _playlists;

@@ -30,14 +30,32 @@ void Scanner::start() {
     if (!_wasStarted) rescan();
 }
 
-void Scanner::rescan() {
+void Scanner::scan(const ScanScope& scope) {
     _wasStarted = true;
-    if (_isQueued.exchange(true)) return;
-    _queue.async([this] {  // the queue ends before this does
-        standBack();
-        _isQueued = false;
-        if (!_isStopping) LibraryScan(*_library, _roots, *_reader, _isStopping, _progressHandler).run();
-    });
+    request(scope);
+}
+
+void Scanner::request(const ScanScope& scope) {
+    if (scope.isEmpty()) return;
+    {
+        std::lock_guard lock(_requestMutex);
+        const bool isQueued = !_requested.isEmpty();
+        _requested.add(scope);
+        if (isQueued) return;
+    }
+    _queue.async([this] { run(); });  // the queue ends before this does
+}
+
+void Scanner::run() {
+    standBack();
+    ScanScope scope;
+    {
+        std::lock_guard lock(_requestMutex);
+        scope = std::exchange(_requested, {});
+    }
+    if (_isStopping) return;
+    request(
+        LibraryScan(*_library, _roots, *_reader, _isStopping, _progressHandler, scope, _watch.get()).run());
 }
 
 }  // namespace helmo

@@ -23,7 +23,7 @@ template <class List>
 std::string writtenList(const List& list) {
     std::vector<std::string> texts;
     std::ranges::transform(list, std::back_inserter(texts), writtenText);
-    return "[" + zornic::joined(texts, ", ") + "]";
+    return std::string("[").append(zornic::joined(texts, ", ")).append("]");
 }
 
 std::string writtenTruth(bool truth) { return truth ? "true" : "false"; }

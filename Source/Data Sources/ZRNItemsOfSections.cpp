@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "Platform/Foundation/IndexPath.h"
 #include "Platform/Media/MediaItemCollection.h"
 
 namespace zornic {
@@ -16,6 +17,18 @@ std::shared_ptr<MediaEntity> ZRNItemsOfSections::entityAtIndex(std::uint64_t ind
     if (found == _ranges.end()) return nullptr;
     const auto items = itemsOfSection(static_cast<std::size_t>(found - _ranges.begin()));
     return items ? items->entityAtIndex(index - found->location) : nullptr;
+}
+
+std::uint64_t ZRNItemsOfSections::indexOfEntity(const MediaEntity& entity) const {
+    const Value album = entity.valueForProperty(MediaItemProperty::AlbumPersistentID);
+    for (std::size_t section = 0; section < _ranges.size(); ++section) {
+        const auto collection = _sections->entityAtIndex(section);
+        if (!collection || Value(collection->persistentID()) != album) continue;
+        const auto items = itemsOfSection(section);
+        const auto index = items ? items->indexOfEntity(entity) : NotFound;
+        if (index < _ranges[section].length) return _ranges[section].location + index;
+    }
+    return NotFound;
 }
 
 std::shared_ptr<const MediaEntityList> ZRNItemsOfSections::itemsOfSection(std::size_t section) const {

@@ -17,6 +17,8 @@ public:
 
     std::uint64_t count() const override { return _ranges.empty() ? 0 : _ranges.back().end(); }
     std::shared_ptr<MediaEntity> entityAtIndex(std::uint64_t index) const override;
+    /** Looks in the album of an item alone. */
+    std::uint64_t indexOfEntity(const MediaEntity& entity) const override;
 
 private:
     /** None when the collection has gone. */

@@ -12,6 +12,7 @@ public:
     using ZRN_OLD_TableViewController::ZRN_OLD_TableViewController;
     void didMake() override;
     std::uint64_t tableViewNumberOfRowsInSection(TableView& tableView, std::uint64_t section) override;
+    std::shared_ptr<const MediaEntityList> entitiesOfRows() const override { return query()->items(); }
     std::shared_ptr<TableViewCell> tableViewCellForRowAtIndexPath(TableView& tableView,
                                                                   const IndexPath& indexPath) override;
     void tableViewDidSelectRowAtIndexPath(TableView& tableView, const IndexPath& indexPath) override;

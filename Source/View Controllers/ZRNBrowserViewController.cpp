@@ -194,7 +194,7 @@ void ZRNBrowserViewController::refreshNavigationPath() {
     for (; stop < stack.size(); ++stop) {
         const auto list = std::dynamic_pointer_cast<ZRN_OLD_TableViewController>(stack[stop]);
         if (!list) continue;
-        list->tableView()->reloadData();
+        list->tableView()->reloadDataKeepingPlace();
         if (!list->hasRowsToDisplay()) break;
     }
     const auto target = stack[stop == 0 ? 0 : stop - 1];
@@ -202,7 +202,7 @@ void ZRNBrowserViewController::refreshNavigationPath() {
     for (const auto& screen : _tabBarController->viewControllers())
         if (const auto list = std::dynamic_pointer_cast<ZRN_OLD_TableViewController>(screen);
             list && list->isViewLoaded())
-            list->tableView()->reloadData();
+            list->tableView()->reloadDataKeepingPlace();
 }
 
 void ZRNBrowserViewController::presentNewNowPlaying(int transition) {

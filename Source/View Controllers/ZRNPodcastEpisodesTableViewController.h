@@ -10,6 +10,7 @@ namespace zornic {
 class ZRNPodcastEpisodesTableViewController : public ZRN_OLD_TableViewController {
 public:
     using ZRN_OLD_TableViewController::ZRN_OLD_TableViewController;
+    std::shared_ptr<const MediaEntityList> entitiesOfRows() const override { return query()->items(); }
     std::shared_ptr<TableViewCell> tableViewCellForRowAtIndexPath(TableView& tableView,
                                                                   const IndexPath& indexPath) override;
     void tableViewDidSelectRowAtIndexPath(TableView& tableView, const IndexPath& indexPath) override;

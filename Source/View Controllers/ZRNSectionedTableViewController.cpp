@@ -1,5 +1,7 @@
 #include "View Controllers/ZRNSectionedTableViewController.h"
 
+#include <algorithm>
+
 namespace zornic {
 namespace {
 
@@ -38,6 +40,14 @@ std::uint64_t ZRNSectionedTableViewController::rowAtIndexPath(const IndexPath& i
         offset = (*_offsetOfSection)[section];
     }
     return offset + actions + indexPath.row();
+}
+
+IndexPath ZRNSectionedTableViewController::indexPathOfIndex(std::uint64_t index) const {
+    const std::uint64_t actions = countOfActions();
+    if (index < actions || !isSectioning()) return IndexPath::forRow(index, 0);
+    const auto next = std::ranges::upper_bound(*_offsetOfSection, index - actions);
+    const auto section = static_cast<std::uint64_t>(next - _offsetOfSection->begin() - 1);
+    return IndexPath::forRow(index - actions - (*_offsetOfSection)[section], section + (actions > 0 ? 1 : 0));
 }
 
 std::uint64_t ZRNSectionedTableViewController::numberOfSectionsInTableView(TableView& table) {

@@ -17,6 +17,8 @@ public:
     virtual std::uint64_t countOfActions() const { return 0; }
     /** Index into the flat list: actions first, then the entities. */
     std::uint64_t rowAtIndexPath(const IndexPath& indexPath) const;
+    std::uint64_t indexOfRow(const IndexPath& indexPath) const override { return rowAtIndexPath(indexPath); }
+    IndexPath indexPathOfIndex(std::uint64_t index) const override;
 
     std::uint64_t numberOfSectionsInTableView(TableView& tableView) override;
     std::uint64_t tableViewNumberOfRowsInSection(TableView& tableView, std::uint64_t section) override;

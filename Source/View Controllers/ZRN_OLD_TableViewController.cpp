@@ -79,8 +79,10 @@ std::shared_ptr<ImageView> ZRN_OLD_TableViewController::albumArtViewOfCell(Table
 }
 
 std::shared_ptr<TableViewCell> ZRN_OLD_TableViewController::dequeueReusableHelmoCellForTableViewIndexPath(
-    TableView& table, const IndexPath&) {
+    TableView& table, const IndexPath& indexPath) {
     const auto cell = table.dequeueReusableCellWithIdentifier(className());
+    const std::uint64_t index = indexOfRow(indexPath);
+    if (_query) cell->setSubject({entitiesOfRows()->entityAtIndex(index), index});
     removeAlbumArt(*cell);
     cell->setIndentationLevel(0);
     return cell;
@@ -96,6 +98,14 @@ bool ZRN_OLD_TableViewController::hasRowsToDisplay() {
 
 std::uint64_t ZRN_OLD_TableViewController::tableViewNumberOfRowsInSection(TableView&, std::uint64_t) {
     return _query ? _query->_countOfCollections() : 0;
+}
+
+IndexPath ZRN_OLD_TableViewController::tableViewIndexPathForSubject(TableView&,
+                                                                    const TableRowSubject& subject) {
+    const auto entity = std::dynamic_pointer_cast<MediaEntity>(subject.object);
+    const std::uint64_t index =
+        _query && entity ? indexOfEntityNear(*entitiesOfRows(), entity, subject.index) : NotFound;
+    return index == NotFound ? IndexPath() : indexPathOfIndex(index);
 }
 
 void ZRN_OLD_TableViewController::tableViewDidSelectRowAtIndexPath(TableView&, const IndexPath& indexPath) {

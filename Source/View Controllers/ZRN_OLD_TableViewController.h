@@ -46,6 +46,14 @@ public:
         return nullptr;
     }
 
+    /** What the rows stand for: the query's collections, where a list shows nothing else. There must be a
+       query. */
+    virtual std::shared_ptr<const MediaEntityList> entitiesOfRows() const { return _query->collections(); }
+    /** Index among these of a row, and where the row of an index stands. */
+    virtual std::uint64_t indexOfRow(const IndexPath& indexPath) const { return indexPath.row(); }
+    virtual IndexPath indexPathOfIndex(std::uint64_t index) const { return IndexPath::forRow(index, 0); }
+
+    IndexPath tableViewIndexPathForSubject(TableView& tableView, const TableRowSubject& subject) override;
     std::uint64_t tableViewNumberOfRowsInSection(TableView& tableView, std::uint64_t section) override;
     void tableViewDidSelectRowAtIndexPath(TableView& tableView, const IndexPath& indexPath) override;
     bool tableViewShouldChangeFocusedItemFromRowAtIndexPath(TableView& tableView,

@@ -11,9 +11,9 @@ namespace zornic {
 namespace {
 
 constexpr double gapBeforeButton = 10, gapBetweenLines = 1;
-/** As large as the artwork, and as far from its edge; the glyph in it ends 18 points from there. */
-constexpr double buttonMargin = 12;
-constexpr Size buttonSize{36, 36};
+/** Where the glyph ends; the button around it is as large as a finger needs. */
+constexpr double glyphMargin = 18;
+constexpr double buttonSide = 44;
 constexpr double subtitleSize = 12;
 
 /** Text with its parts between "#" in bold. */
@@ -83,8 +83,9 @@ void ZRNAlbumsDetailTableHeaderView::layoutSubviews() {
     const Rect artworkFrame = ZRNRowArtworkFrame();
     _ground->setFrame(bounds());
     _artworkView->setFrame(artworkFrame);
-    const double buttonLeft = size.width - buttonMargin - buttonSize.width;
-    _shuffleButton->setFrame({{buttonLeft, artworkFrame.y()}, buttonSize});
+    const double glyphWidth = _shuffleButton->imageForState(ControlState::Normal).size().width;
+    const double buttonLeft = size.width - glyphMargin - (glyphWidth + buttonSide) / 2;
+    _shuffleButton->setFrame({buttonLeft, (size.height - buttonSide) / 2, buttonSide, buttonSide});
 
     const double left = artworkFrame.maxX() + ZRNGapAfterRowArtwork;
     const double width = std::max(0.0, buttonLeft - gapBeforeButton - left);

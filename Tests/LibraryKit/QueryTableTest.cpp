@@ -127,6 +127,71 @@ TEST_F(QueryTableTest, ActionsStandInFrontInASectionOfTheirOwn) {
     EXPECT_EQ(list->dataSourceIndexForIndexPath({0, 0}), 0U);
 }
 
+TEST_F(QueryTableTest, WhatComesAndGoesLeavesTheDriverWhereHeWas) {
+    setUIMode(2);
+    const Action shuffle("shuffle");
+    actions = {&shuffle};
+    std::vector<std::string> titles;
+    for (int song = 100; song < 160; ++song) titles.push_back("S" + std::to_string(song));
+    const auto list = listOf(addSongs(titles));
+    show(list);
+    const auto& table = list->tableView();
+    const auto titleAt = [&](const IndexPath& path) {
+        const auto entity = list->queryDataSource()->entityAtIndex(list->dataSourceIndexForIndexPath(path));
+        return entity ? entity->valueForProperty(MediaItemProperty::Title).asText() : "none";
+    };
+    const auto remove = [&](const std::string& title) {
+        for (std::uint64_t at = 0; at < list->queryDataSource()->count(); ++at)
+            if (const auto song = list->queryDataSource()->entityAtIndex(at);
+                song && song->valueForProperty(MediaItemProperty::Title).asText() == title)
+                library->removeItem(song->persistentID());
+    };
+    const auto change = [&] {
+        library->postDidChange();
+        advance(0);
+    };
+    /** Selected, focused and first row on view, and how much of that is hidden. */
+    const auto place = [&] {
+        const auto selected = table->indexPathsForSelectedRows();
+        const auto* focused = dynamic_cast<TableViewCell*>(window->focusSystem().focusedItem().get());
+        const auto first = table->indexPathsForVisibleRows().front();
+        const double hidden = table->contentOffset().y - table->rectForRowAtIndexPath(first).y();
+        return (selected.empty() ? "none" : titleAt(selected.front())) + " " +
+               (focused ? titleAt(focused->indexPath()) : "none") + " " + titleAt(first) + " " +
+               std::to_string(static_cast<int>(hidden));
+    };
+    table->scrollToRowAtIndexPath(list->indexPathForDataSourceIndex(20), true, false);
+    table->setContentOffset(table->contentOffset() + Point{0, 10}, false);
+    table->selectRowAtIndexPath(list->indexPathForDataSourceIndex(23), false);
+    window->focusSystem().focus(table->cellForRowAtIndexPath(list->indexPathForDataSourceIndex(24)));
+    ASSERT_EQ(place(), "S123 S124 S120 10");
+
+    addSongs({"A new section", "S101b", "S121b"});
+    remove("S110");
+    change();
+    EXPECT_EQ(place(), "S123 S124 S120 10");
+    remove("S120");
+    change();
+    EXPECT_EQ(place(), "S123 S124 S121 10") << "what follows takes its place";
+    remove("S123");
+    remove("S124");
+    change();
+    EXPECT_EQ(place(), "none S125 S121 10");
+    // All that was on view goes at once, and then the rest.
+    for (int song = 121; song < 140; ++song) remove("S" + std::to_string(song));
+    remove("S121b");
+    change();
+    EXPECT_EQ(table->indexPathsForVisibleRows().size(), table->visibleCells().size());
+    EXPECT_FALSE(rows(*list).empty());
+
+    table->setContentOffset({}, false);
+    table->_highlightFirstVisibleRowIfAppropriate();
+    addSongs({"A first one"});
+    change();
+    EXPECT_EQ(table->contentOffset().y, 0) << "a list at its beginning shows what comes there";
+    EXPECT_TRUE(rows(*list).starts_with("shuffle A first one ")) << rows(*list);
+}
+
 /** A library of very many songs that are made when asked for and fetched from nowhere; some may be gone. */
 class EndlessLibrary final : public MediaLibrary {
 public:

@@ -83,10 +83,10 @@ TEST_F(AlbumsDetailScreenTest, AnArtistsAlbumsStandOneAfterTheOther) {
     browser->dismissViewController(false);
 
     // A header that outlives its screen keeps its picture and does nothing.
-    const std::weak_ptr<ViewController> screen = browser->topViewController();
+    const std::weak_ptr<ViewController> gone = browser->topViewController();
     browser->popViewControllerAnimated(false);
     advance(1);
-    EXPECT_TRUE(screen.expired());
+    EXPECT_TRUE(gone.expired());
     EXPECT_TRUE(second->artworkImage() && second->artworkImage().name().empty());
     player->stop();
     second->_shuffleButtonAction(second->shuffleButton());

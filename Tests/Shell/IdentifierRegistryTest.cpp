@@ -82,20 +82,20 @@ TEST_F(IdentifierRegistryTest, MusicAloneFindsVideosToo) {
 
 TEST_F(IdentifierRegistryTest, AScreensOwnQueryFetchesWhatItsRowsShow) {
     ZRN_registerViewControllerIdentifiers();
-    const auto screen = [](const char* identifier) {
+    const auto listFor = [](const char* identifier) {
         return ScreenRegistry::shared().viewControllerForIdentifier(identifier);
     };
     for (const char* identifier : {ZRNArtistsViewControllerIdentifier, ZRNGenresViewControllerIdentifier,
                                    ZRNComposersViewControllerIdentifier, ZRNAlbumsViewControllerIdentifier}) {
-        const auto list = screen(identifier);
+        const auto list = listFor(identifier);
         const auto query = list->queryDataSource()->query();
         EXPECT_FALSE(query->collectionPropertiesToFetch().empty()) << identifier;
         EXPECT_EQ(query->collectionPropertiesToFetch(),
                   list->cellConfiguration().collectionPropertiesToFetch());
         EXPECT_EQ(mediaTypes(*query), std::vector<std::int64_t>{0x801}) << identifier;
-        EXPECT_NE(screen(identifier)->queryDataSource()->query(), query) << "a new one for each screen";
+        EXPECT_NE(listFor(identifier)->queryDataSource()->query(), query) << "a new one for each screen";
     }
-    const auto playlists = screen(ZRNPlaylistsViewControllerIdentifier)->queryDataSource()->query();
+    const auto playlists = listFor(ZRNPlaylistsViewControllerIdentifier)->queryDataSource()->query();
     EXPECT_TRUE(mediaTypes(*playlists).empty()) << "a list may hold anything";
 }
 

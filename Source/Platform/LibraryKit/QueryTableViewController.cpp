@@ -116,11 +116,19 @@ std::shared_ptr<TableViewCell> QueryTableViewController::tableViewCellForRowAtIn
     const auto cell = entity ? dequeueCell(_cellConfiguration)
                              : tableView()->dequeueReusableCellWithIdentifier(emptyRowIdentifier);
     cell->setBackgroundColor(_cellConfiguration.tableAppearance().tableViewCellBackgroundColor);
+    cell->setSubject({entity, index});
     if (!entity) return cell;
     _cellConfiguration.configureCellWithViewControllerEntityAtIndexAnimated(cell, *this, entity, index,
                                                                             false);
     cell->setPlayingMark(_queryDataSource->entityIsNowPlayingAtIndex(index), isPlayerPlaying());
     return cell;
+}
+
+IndexPath QueryTableViewController::tableViewIndexPathForSubject(TableView&, const TableRowSubject& subject) {
+    const auto entity = std::dynamic_pointer_cast<MediaEntity>(subject.object);
+    const std::uint64_t index =
+        entity ? indexOfEntityNear(*_queryDataSource->entities(), entity, subject.index) : NotFound;
+    return index == NotFound ? IndexPath() : indexPathForDataSourceIndex(index);
 }
 
 std::optional<std::string> QueryTableViewController::tableViewTitleForHeaderInSection(TableView&,
@@ -154,7 +162,7 @@ void QueryTableViewController::tableViewDidSelectRowAtIndexPath(TableView& table
 
 void QueryTableViewController::reloadData() {
     _shownActions.reset();
-    if (isViewLoaded()) tableView()->reloadData();
+    if (isViewLoaded()) tableView()->reloadDataKeepingPlace();
 }
 
 void QueryTableViewController::dataSourceDidInvalidate(CompletionQueryDataSource&) { reloadData(); }

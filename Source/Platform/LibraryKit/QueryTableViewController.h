@@ -29,7 +29,7 @@ public:
     /** Where the row of a data source's index stands; an empty path when there is none. */
     IndexPath indexPathForDataSourceIndex(std::uint64_t index);
 
-    /** Drops what it knows of rows and asks again. */
+    /** Drops what it knows of rows and asks again; what was on view, focused and selected stays so. */
     virtual void reloadData();
     /** Action rows that this kind of list may offer, in order. */
     virtual std::vector<const BaseActionCellConfiguration*> actionCellConfigurationClasses() const {
@@ -61,6 +61,7 @@ public:
     std::uint64_t tableViewNumberOfRowsInSection(TableView& tableView, std::uint64_t section) override;
     std::shared_ptr<TableViewCell> tableViewCellForRowAtIndexPath(TableView& tableView,
                                                                   const IndexPath& indexPath) override;
+    IndexPath tableViewIndexPathForSubject(TableView& tableView, const TableRowSubject& subject) override;
     std::optional<std::string> tableViewTitleForHeaderInSection(TableView& tableView,
                                                                 std::uint64_t section) override;
     std::vector<std::string> sectionIndexTitlesForTableView(TableView& tableView) override;

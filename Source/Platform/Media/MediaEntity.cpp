@@ -24,4 +24,10 @@ std::uint64_t MediaEntityList::indexOfEntity(const MediaEntity& entity) const {
     return NotFound;
 }
 
+std::uint64_t indexOfEntityNear(const MediaEntityList& list, const std::shared_ptr<MediaEntity>& entity,
+                                std::uint64_t index) {
+    if (isSameEntity(list.entityAtIndex(index), entity)) return index;
+    return list.indexOfEntity(*entity);
+}
+
 }  // namespace zornic

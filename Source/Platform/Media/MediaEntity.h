@@ -42,6 +42,10 @@ public:
     virtual std::uint64_t indexOfEntity(const MediaEntity& entity) const;
 };
 
+/** Where `entity` stands in a list that may have changed since it stood at `index`; NotFound when absent. */
+std::uint64_t indexOfEntityNear(const MediaEntityList& list, const std::shared_ptr<MediaEntity>& entity,
+                                std::uint64_t index);
+
 /** A list of entities that are already there. */
 class MediaEntityArray final : public MediaEntityList {
 public:

@@ -95,6 +95,7 @@ std::uint64_t TableView::cellsMade() { return TableViewCell::made(); }
 void TableView::reloadData() {
     _sectionsLoaded = false;
     _selected.clear();
+    _kept.reset();
     _pendingReloads.clear();
     // From inside an answer of the data source: once that row is done.
     if (_tiling)
@@ -111,6 +112,7 @@ void TableView::rebuild() {
     for (const auto& [section, header] : std::exchange(_headers, {})) recycleHeader(header);
     loadSections();
     _tiling = false;
+    returnToKeptPlace();
     std::erase_if(_selected, [this](const IndexPath& indexPath) { return !hasRow(indexPath); });
     tile();
     if (hadFocus) restoreFocus();
@@ -196,7 +198,9 @@ void TableView::setSelectedRow(const IndexPath& indexPath) {
     for (const auto& other : std::exchange(_selected, {indexPath}))
         if (const auto cell = cellForRowAtIndexPath(other); cell && other != indexPath)
             cell->setSelected(false, false);
-    if (const auto cell = cellForRowAtIndexPath(indexPath)) cell->setSelected(true, false);
+    const auto cell = cellForRowAtIndexPath(indexPath);
+    _selectedSubject = cell ? cell->subject() : TableRowSubject();
+    if (cell) cell->setSelected(true, false);
 }
 
 void TableView::selectRowAtIndexPath(const IndexPath& indexPath, bool) {

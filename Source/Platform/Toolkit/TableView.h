@@ -49,6 +49,10 @@ public:
 
     /** Asks for everything again; selection is dropped, the place is kept as far as there are rows. */
     void reloadData();
+    /** Asks for everything again after a change: what was on view, focused and selected stays so, wherever
+       its row went. What is gone leaves its place to the row that followed it, and is selected no more. A
+       list at its beginning stays there. */
+    void reloadDataKeepingPlace();
     void beginUpdates();
     /** Rows to be asked for again; within begin and end of updates they are done at the end, once each. */
     void reloadRowsAtIndexPaths(const std::vector<IndexPath>& indexPaths);
@@ -77,7 +81,7 @@ public:
     /** A row was tapped or pressed by the knob: selects it and tells the delegate. */
     void rowWasActivated(const IndexPath& indexPath);
     /** The knob's focus came to a row: where it returns to. */
-    void rowDidBecomeFocused(const IndexPath& indexPath) { _lastFocused = indexPath; }
+    void rowDidBecomeFocused(const IndexPath& indexPath);
 
     void layoutSubviews() override;
     std::shared_ptr<View> hitTest(Point point) override;
@@ -100,6 +104,22 @@ private:
         double top = 0;  // of the header
         double headerHeight = 0;
     };
+    /** A row of before a reload. */
+    struct KeptRow {
+        IndexPath indexPath;
+        TableRowSubject subject;
+        /** From the upper edge of what was on view. */
+        double distance = 0;
+    };
+    // What stays over a reload
+    void keepPlace();
+    void returnToKeptPlace();
+    void selectKeptRow();
+    void focusKeptRow(const std::vector<KeptRow>& kept);
+    void scrollToKeptRows(const std::vector<KeptRow>& kept);
+    /** The empty path for what is gone. */
+    IndexPath placeOf(const TableRowSubject& subject);
+
     // What there is
     void rebuild();
     void loadSections();
@@ -149,6 +169,9 @@ private:
     std::shared_ptr<IndexBar> _indexBar;
     std::vector<IndexPath> _selected;
     IndexPath _lastFocused;
+    TableRowSubject _selectedSubject, _lastFocusedSubject;
+    /** What was on view, from the top down, while a reload is due that keeps it. */
+    std::optional<std::vector<KeptRow>> _kept;
     int _updateDepth = 0;
     std::vector<IndexPath> _pendingReloads;
     double _rowHeight = 44;

@@ -135,6 +135,7 @@ void TableViewCell::setIndentationWidth(double width) {
 void TableViewCell::setPlace(TableView* tableView, const IndexPath& indexPath) {
     _tableView = tableView;
     _indexPath = indexPath;
+    if (!tableView) _subject = {};
 }
 
 void TableViewCell::setSeparator(bool shown, Color color, const EdgeInsets& tableInset) {

@@ -1,15 +1,14 @@
 #pragma once
 
-#include "Platform/Foundation/IndexPath.h"
 #include "Platform/Toolkit/ImageView.h"
 #include "Platform/Toolkit/Label.h"
+#include "Platform/Toolkit/TableViewDelegates.h"
 
 namespace zornic {
 
 enum class TableViewCellStyle { Default = 0, Value1 = 1, Value2 = 2, Subtitle = 3 };
 enum class TableViewCellAccessory { None = 0, DisclosureIndicator = 1 };
 class PlayingMarkView;
-class TableView;
 
 /** One row on view: a title line over an optional detail line, content of subclasses, an accessory at the
    right, and the mark of what plays in its place. Cells are reused: whoever fills one sets everything. Main
@@ -58,6 +57,9 @@ public:
     const IndexPath& indexPath() const { return _indexPath; }
     TableView* tableView() const { return _tableView; }
     void setPlace(TableView* tableView, const IndexPath& indexPath);
+    /** What the row stands for, from whoever fills the cell; the table forgets it with the row. */
+    const TableRowSubject& subject() const { return _subject; }
+    void setSubject(TableRowSubject subject) { _subject = std::move(subject); }
     /** The table's line look; the table's. */
     void setSeparator(bool shown, Color color, const EdgeInsets& tableInset);
     /** Before it shows another row. */
@@ -114,6 +116,7 @@ private:
     double _indentationWidth = 10;
     IndexPath _indexPath;
     TableView* _tableView = nullptr;
+    TableRowSubject _subject;
     /** From 0, at rest, to 1, pressed or selected; between them while a release fades. */
     double _lightness = 0;
     Token _fade;

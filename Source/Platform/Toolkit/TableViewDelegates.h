@@ -7,12 +7,21 @@
 #include <vector>
 
 #include "Platform/Foundation/IndexPath.h"
+#include "Platform/Foundation/Object.h"
 
 namespace zornic {
 
 class TableView;
 class TableViewCell;
 class View;
+
+/** What a row stands for: a list that is asked for again finds its rows by it. */
+struct TableRowSubject {
+    /** None: nothing that could be found again. */
+    std::shared_ptr<Object> object;
+    /** Where it was among all that the list shows. */
+    std::uint64_t index = 0;
+};
 
 /** Pull model of a list: counts once a reload, cells only for rows that come on screen. No answer may block
    or walk all rows. Main thread. */
@@ -34,6 +43,9 @@ public:
                                                                       std::uint64_t index) {
         return index;
     }
+    /** Where what a row stood for stands now; the empty path when it is gone. Asked for the rows that were on
+       view, the focused and the selected one, until the place is known. */
+    virtual IndexPath tableViewIndexPathForSubject(TableView&, const TableRowSubject&) { return {}; }
 };
 
 /** What a list does with a row. Main thread. */

@@ -28,6 +28,12 @@ bool TableView::holdsFocus() const {
     return focused && focused.get() != this && focused->isDescendantOf(*this);
 }
 
+void TableView::rowDidBecomeFocused(const IndexPath& indexPath) {
+    _lastFocused = indexPath;
+    const auto cell = cellForRowAtIndexPath(indexPath);
+    _lastFocusedSubject = cell ? cell->subject() : TableRowSubject();
+}
+
 void TableView::restoreFocus() {
     if (!window() || !window()->focusSystem().isEnabled()) return;
     if (const auto item = focusItemAfterReload())
