@@ -1,10 +1,15 @@
 #include "Benchmarks/BenchmarkApplication.h"
 
+#include <algorithm>
 #include <stdexcept>
 
 #include "Benchmarks/Measuring.h"
+#include "Platform/Foundation/DispatchQueue.h"
+#include "Platform/Toolkit/TableViewController.h"
 
 namespace helmo::benchmarks {
+
+using namespace zornic;
 
 namespace {
 
@@ -27,7 +32,7 @@ BenchmarkApplication::BenchmarkApplication(const std::filesystem::path& data,
     _time.settle();
 }
 
-double BenchmarkApplication::millisecondsOfTap(zornic::Point point) {
+double BenchmarkApplication::millisecondsOfTap(Point point) {
     window().touchDown(point);
     _time.settle();
     return milliseconds([&] {
@@ -35,6 +40,67 @@ double BenchmarkApplication::millisecondsOfTap(zornic::Point point) {
         _helmo.runLoop().runDue();
         _helmo.drawFrame();
     });
+}
+
+double BenchmarkApplication::millisecondsOfTapToRest(Point point) {
+    constexpr auto rest = std::chrono::seconds(1);
+    window().touchDown(point);
+    _time.settle();
+    return milliseconds([&] {
+        window().touchUp(point);
+        _helmo.runLoop().runDue();
+        if (_helmo.runLoop().wantsFrames()) {
+            _helmo.virtualClock()->moveTo(_helmo.runLoop().now() + rest);
+            _helmo.runLoop().runDue();
+            _helmo.runLoop().fireFrame();
+        }
+        _helmo.drawFrame();
+    });
+}
+
+double BenchmarkApplication::millisecondsOfFrame() {
+    return milliseconds([&] {
+        _helmo.runLoop().runDue();
+        if (_helmo.runLoop().wantsFrames()) _helmo.runLoop().fireFrame();
+        _helmo.drawFrame();
+    });
+}
+
+BenchmarkApplication::FrameTimes BenchmarkApplication::frameTimes(int frames) {
+    FrameTimes times;
+    for (; frames > 0; --frames) {
+        BackgroundWork::waitUntilIdle(std::chrono::seconds(10));
+        _helmo.virtualClock()->moveTo(_helmo.runLoop().now() + toDuration(TimeDriver::frameInterval));
+        const double taken = millisecondsOfFrame();
+        times.longest = std::max(times.longest, taken);
+        times.total += taken;
+    }
+    return times;
+}
+
+void BenchmarkApplication::arrangeTabs(const std::vector<std::string>& names) {
+    const std::string problem = _helmo.changeSettings({{"tabs", names}});
+    if (!problem.empty()) throw std::runtime_error(problem);
+    _time.settle();
+}
+
+Point BenchmarkApplication::tabPoint(const std::string& identifier) {
+    const auto& tabs = browser().tabs();
+    for (const auto& screen : tabs->viewControllers()) {
+        if (screen->identifier() != identifier || !screen->tabBarItem()) continue;
+        for (const auto& button : tabs->tabBar()->buttons())
+            if (button->item().title == screen->tabBarItem()->title)
+                return button->convertToWindow(button->bounds()).center();
+    }
+    throw std::runtime_error("there is no tab of " + identifier);
+}
+
+TableView& BenchmarkApplication::frontTable() {
+    auto front = browser().topViewController();
+    if (front == browser().tabs()) front = browser().tabs()->selectedViewController();
+    const auto list = std::dynamic_pointer_cast<TableViewController>(front);
+    if (!list) throw std::runtime_error("the front screen is no list");
+    return *list->tableView();
 }
 
 }  // namespace helmo::benchmarks

@@ -1,10 +1,13 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 #include <vector>
 
 #include "Host/Automation/TimeDriver.h"
 #include "Host/HelmoApplication.h"
+#include "Platform/Toolkit/TableView.h"
+#include "View Controllers/ZRNBrowserViewController.h"
 
 namespace helmo::benchmarks {
 
@@ -17,11 +20,29 @@ public:
     HelmoApplication& helmo() { return _helmo; }
     TimeDriver& time() { return _time; }
     zornic::Window& window() { return *_helmo.rootController().helmoWindow(); }
+    zornic::ZRNBrowserViewController& browser() { return *_helmo.rootController().browserViewController(); }
+    /** Puts these tabs there, by the host's short names, the first one selected. */
+    void arrangeTabs(const std::vector<std::string>& names);
+    /** The middle of the tab of the screen with that identifier. Throws when there is none. */
+    zornic::Point tabPoint(const std::string& identifier);
+    /** The list on view. Throws when the front screen has none. */
+    zornic::TableView& frontTable();
     /** Milliseconds from a finger's leaving the display at `point` to the end of the frame that shows what
        that did, without animations and work that comes behind it. */
     double millisecondsOfTap(zornic::Point point);
+    /** The same to the frame in which nothing moves any more: a screen that is pushed has come to rest. */
+    double millisecondsOfTapToRest(zornic::Point point);
+    /** Milliseconds of the main thread. */
+    struct FrameTimes {
+        double longest = 0, total = 0;
+    };
+    /** What frames and the work that comes before each take, while `frames` of them go by and what is queued
+       elsewhere is done in between. */
+    FrameTimes frameTimes(int frames);
 
 private:
+    double millisecondsOfFrame();
+
     HelmoApplication _helmo;
     TimeDriver _time;
 };

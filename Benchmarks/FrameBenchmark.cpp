@@ -9,6 +9,7 @@
 #include "Benchmarks/Measuring.h"
 #include "Benchmarks/Suite.h"
 #include "Platform/LibraryKit/PlayerStrings.h"
+#include "Utilities/ZRNViewControllerIdentifiers.h"
 
 namespace helmo::benchmarks {
 
@@ -22,7 +23,7 @@ constexpr double frameLimit = 2, tickLimit = 3;
 /** Where Now Playing has its progress, and the two times in it. */
 constexpr BareFrame::Box strip{12, 417, 776, 13};
 constexpr double timeSize = 12, elapsedCentre = 38, remainingCentre = 762, timeBaseline = 428;
-constexpr zornic::Point songsTab{60, 20}, firstRow{300, 66};
+constexpr zornic::Point firstRow{300, 66};
 
 /** The greatest difference, of 255, that the two have on average in any square of eight pixels: letters may
    stand a part of a pixel elsewhere, but nothing may be missing. */
@@ -89,9 +90,10 @@ Figure measureTick(BenchmarkApplication& application) {
         return milliseconds([&] {
             const auto context = BareFrame::clippedContext(floor, strip);
             frame.draw(context.get());
-            text.draw(context.get(), zornic::progressString(second, false), elapsedCentre, timeBaseline);
-            text.draw(context.get(), zornic::progressString(second - 3600, true), remainingCentre,
-                      timeBaseline);
+            text.draw(context.get(), zornic::progressString(second, zornic::ProgressKind::Time),
+                      elapsedCentre, timeBaseline);
+            text.draw(context.get(), zornic::progressString(second - 3600, zornic::ProgressKind::Remaining),
+                      remainingCentre, timeBaseline);
         });
     };
     const auto [ours, bare] = inTurns(
@@ -105,7 +107,7 @@ Figures measureFrames() {
     const FrameLibrary library(4);
     BenchmarkApplication application(library.data(), {library.music()});
     Figures figures;
-    application.millisecondsOfTap(songsTab);
+    application.millisecondsOfTap(application.tabPoint(zornic::ZRNSongsViewControllerIdentifier));
     application.time().advance(Seconds(2));
     figures.push_back(measureFrame(application, "frame_songs"));
     application.millisecondsOfTap(firstRow);

@@ -71,7 +71,20 @@ void FrameRecorder::fillRoundedRect(const Rect& area, double radius, Color color
     if (!area.empty() && color.alpha > 0) _frame.add(BareFrame::Fill{box, round, color}, _states.back().clip);
 }
 
-void FrameRecorder::fillGradient(const Rect&, const std::vector<Color>&) { refuse("gradients"); }
+void FrameRecorder::fillGradient(const Rect& area, const std::vector<Color>& colors) {
+    const Box box = placed(area);
+    if (area.empty() || colors.empty()) return;
+    const Surface pixels(box.width, box.height);
+    const auto context = makeContext(pixels);
+    const CairoPointer<cairo_pattern_t> pattern(cairo_pattern_create_linear(0, 0, 0, box.height));
+    const double last = std::max<double>(1, static_cast<double>(colors.size()) - 1);
+    for (std::size_t at = 0; at < colors.size(); ++at)
+        cairo_pattern_add_color_stop_rgba(pattern.get(), static_cast<double>(at) / last, colors[at].red,
+                                          colors[at].green, colors[at].blue, colors[at].alpha);
+    cairo_set_source(context.get(), pattern.get());
+    cairo_paint(context.get());
+    _frame.add(BareFrame::Picture{box, pixels}, _states.back().clip);
+}
 
 void FrameRecorder::drawImage(const zornic::Image& image, const Rect& area, Color tint) {
     const auto* const source = dynamic_cast<const CairoImageSource*>(image.source().get());

@@ -2,6 +2,7 @@
 #include "Benchmarks/FrameLibrary.h"
 #include "Benchmarks/Suite.h"
 #include "Benchmarks/WindowProgram.h"
+#include "Utilities/ZRNViewControllerIdentifiers.h"
 
 namespace helmo::benchmarks {
 
@@ -10,7 +11,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto idleTime = 10s, longestStart = 30s, quiet = 2s;
-constexpr zornic::Point songsTab{60, 20}, firstRow{300, 66};
+constexpr zornic::Point firstRow{300, 66};
 
 /** Frames that a headless helmo draws while its clock moves on. */
 std::uint64_t framesWhileIdle(BenchmarkApplication& application) {
@@ -40,7 +41,7 @@ Figures measureIdle() {
     std::uint64_t frames = 0;
     {
         BenchmarkApplication application(library.data(), {library.music()});
-        application.millisecondsOfTap(songsTab);
+        application.millisecondsOfTap(application.tabPoint(zornic::ZRNSongsViewControllerIdentifier));
         frames += framesWhileIdle(application);
         application.millisecondsOfTap(firstRow);
         application.time().advance(5s);

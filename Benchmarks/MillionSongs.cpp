@@ -5,11 +5,8 @@
 #include "Benchmarks/Floors/MillionSongsRows.h"
 #include "Benchmarks/FrameRecorder.h"
 #include "Benchmarks/Measuring.h"
-#include "Benchmarks/MillionSongsLibrary.h"
+#include "Benchmarks/MillionSongsFolder.h"
 #include "Benchmarks/Suite.h"
-#include "Cell Configurations/ZRNSongCellConfiguration.h"
-#include "Data Sources/ZRNQueryDataSource.h"
-#include "Platform/LibraryKit/ScreenRegistry.h"
 #include "Utilities/ZRNViewControllerIdentifiers.h"
 #include "View Controllers/ZRNSongsViewController.h"
 
@@ -22,19 +19,15 @@ namespace {
 constexpr int rounds = 41, warmUp = 5;
 constexpr std::uint64_t flungRows = 10'000;
 
-/** helmo over a million songs, with an empty category beside *Songs* to come from. */
+/** helmo over a million songs, with a category beside *Songs* that is empty to come from. */
 class MillionSongs {
 public:
-    MillionSongs() : _application(millionSongsFolder(), {millionSongsFolder()}) {
-        if (!dynamic_cast<ZRNSongsViewController*>(tabs()->selectedViewController().get()))
-            throw std::runtime_error("the list of songs is not there");
-        registerEmptyCategory();
-    }
+    MillionSongs() : _application(millionSongsFolder(), {millionSongsFolder()}) {}
 
     /** Milliseconds from the tap on a list of songs that was never opened to its frame. */
     double millisecondsToOpen() {
         makeScreensAnew();
-        return _application.millisecondsOfTap(tabPoint(1));
+        return _application.millisecondsOfTap(_application.tabPoint(ZRNSongsViewControllerIdentifier));
     }
     /** Milliseconds until the frame that shows the list from `row` on is finished. */
     double millisecondsToJump(std::uint64_t row) {
@@ -49,7 +42,7 @@ public:
     std::uint64_t cellsMadeFlinging(std::uint64_t rows) {
         makeScreensAnew();
         const auto before = TableView::cellsMade();
-        _application.millisecondsOfTap(tabPoint(1));
+        _application.millisecondsOfTap(_application.tabPoint(ZRNSongsViewControllerIdentifier));
         auto& table = *songs().tableView();
         const double end = static_cast<double>(rows) * table.rowHeight();
         const auto drag = toDuration(Seconds(1.0 / 60));
@@ -74,43 +67,15 @@ public:
     std::uint64_t rowsOnScreen() { return songs().tableView()->indexPathsForVisibleRows().size(); }
 
 private:
-    std::shared_ptr<TabBarController> tabs() {
-        return _application.helmo().rootController().browserViewController()->tabs();
-    }
     ZRNSongsViewController& songs() {
-        return dynamic_cast<ZRNSongsViewController&>(*tabs()->selectedViewController());
-    }
-    static void registerEmptyCategory() {
-        ScreenAttributes attributes;
-        attributes.configurationClass = &ZRNSongCellConfiguration::instance();
-        attributes.dataSourceClass = [](auto query, EntityType type) {
-            return make<ZRNQueryDataSource>(std::move(query), type);
-        };
-        attributes.viewControllerClass = [](auto dataSource, const BaseCellConfiguration& cells) {
-            return make<ZRNSongsViewController>(std::move(dataSource), cells);
-        };
-        ScreenRegistry::shared().registerIdentifierWithAttributesDefaultQueryCreationHandler(
-            ZRNGenresViewControllerIdentifier, std::move(attributes), [] {
-                const auto query = MediaQuery::songsQuery();
-                query->addFilterPredicate(MediaPredicate::property(MediaItemProperty::PersistentID, 1));
-                return query;
-            });
+        return dynamic_cast<ZRNSongsViewController&>(
+            *_application.browser().tabs()->selectedViewController());
     }
     /** Screens that were never seen, the empty one selected. */
     void makeScreensAnew() {
-        arrangeTabs({"genres"});
-        arrangeTabs({"genres", "songs"});
+        _application.arrangeTabs({"brivomix"});
+        _application.arrangeTabs({"brivomix", "songs"});
     }
-    void arrangeTabs(const std::vector<std::string>& identifiers) {
-        const std::string problem = _application.helmo().changeSettings({{"tabs", identifiers}});
-        if (!problem.empty()) throw std::runtime_error(problem);
-        _application.time().settle();
-    }
-    Point tabPoint(std::size_t tab) {
-        const auto& button = tabs()->tabBar()->buttons().at(tab);
-        return button->convertToWindow(button->bounds()).center();
-    }
-
     BenchmarkApplication _application;
 };
 

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <condition_variable>
+#include <fstream>
 #include <future>
 #include <mutex>
 #include <stdexcept>
@@ -7,6 +8,7 @@
 
 #include "Benchmarks/Floors/ScanFloor.h"
 #include "Benchmarks/Measuring.h"
+#include "Benchmarks/PeakMemory.h"
 #include "Benchmarks/ScanMusic.h"
 #include "Benchmarks/Suite.h"
 #include "Host/HelmoApplication.h"
@@ -22,12 +24,13 @@ using namespace zornic;
 
 namespace {
 
-constexpr std::size_t files = 10'000;
-constexpr int rounds = 5, warmUp = 1;
+constexpr std::size_t files = 10'000, manyFiles = 100'000;
+constexpr int rounds = 5;
 
 /** Milliseconds from the start of a scan to its end; what is checked once a day is no part of it. */
 double millisecondsOfScan(const std::shared_ptr<SqliteMediaLibrary>& library,
-                          const std::filesystem::path& music, std::uint64_t filesToRead) {
+                          const std::filesystem::path& music, std::uint64_t filesThere,
+                          std::uint64_t filesToRead) {
     std::mutex mutex;
     std::condition_variable changed;
     ScanProgress last;
@@ -42,7 +45,7 @@ double millisecondsOfScan(const std::shared_ptr<SqliteMediaLibrary>& library,
         std::unique_lock lock(mutex);
         changed.wait(lock, [&] { return last.isFinished; });
     });
-    if (last.found != files || last.read != filesToRead)
+    if (last.found != filesThere || last.read != filesToRead)
         throw std::runtime_error("the scan didn't read what it should");
     return taken;
 }
@@ -51,9 +54,9 @@ struct ScanTimes {
     Pair first, again;
 };
 
-ScanTimes measureScans(const std::filesystem::path& music) {
+ScanTimes measureScans(const std::filesystem::path& music, std::uint64_t count, int warmUp, int counted) {
     std::vector<double> ours, floor, oursAgain, floorAgain;
-    for (int round = -warmUp; round < rounds; ++round) {
+    for (int round = -warmUp; round < counted; ++round) {
         const TemporaryFolder folder;
         const auto database = folder.path() / "floor.sqlite";
         double floorFirst = 0, floorSecond = 0;
@@ -65,9 +68,9 @@ ScanTimes measureScans(const std::filesystem::path& music) {
         }).get();
         const auto library = SqliteMediaLibrary::open(folder.path() / "library.sqlite");
         if (!library) throw std::runtime_error("no library can be made");
-        const double first = millisecondsOfScan(library, music, files);
+        const double first = millisecondsOfScan(library, music, count, count);
         BackgroundWork::waitUntilIdle(std::chrono::seconds(30));
-        const double second = millisecondsOfScan(library, music, 0);
+        const double second = millisecondsOfScan(library, music, count, 0);
         if (round < 0) continue;
         ours.push_back(first);
         floor.push_back(floorFirst);
@@ -80,7 +83,9 @@ ScanTimes measureScans(const std::filesystem::path& music) {
 /** A helmo in real time with an empty library, which it fills as soon as it is opened. */
 class ScanningHelmo {
 public:
-    explicit ScanningHelmo(const std::filesystem::path& music) : _helmo(lineFor(_folder.path(), music)) {}
+    explicit ScanningHelmo(const std::filesystem::path& music) : _helmo(lineFor(_folder.path(), music)) {
+        std::ofstream(_folder.path() / "settings.toml") << "tabs = [\"songs\"]\n";
+    }
 
     /** Milliseconds from its opening to the end of the frame that shows the first songs. */
     double millisecondsToFirstRows() {
@@ -146,19 +151,37 @@ private:
     HelmoApplication _helmo;
 };
 
+Figure rateFigure(const char* name, std::size_t count, const Pair& taken) {
+    const auto tracksPerSecond = [&](double time) { return static_cast<double>(count) / time * 1000; };
+    return Figure::ratio(name, 0.7, tracksPerSecond(taken.ours), tracksPerSecond(taken.floor), "tracks/s",
+                         Figure::Limit::AtLeast);
+}
+
+/** The most memory that helmo has at any time while it fills its library, its first screen there. */
+double peakMegabytesOfScan(const std::filesystem::path& music) {
+    const TemporaryFolder folder;
+    const auto commands = folder.path() / "commands";
+    std::ofstream(commands) << R"({"do":"screens"})" << '\n';
+    return peakMegabytes({HELMO_PROGRAM, "--headless", "--data", folder.path(), "--music", music}, commands);
+}
+
 }  // namespace
+
+Figures measureLargeScan() {
+    const auto music = scanMusic(manyFiles);
+    return {rateFigure("scan_100k_rate", manyFiles, measureScans(music, manyFiles, 0, 1).first),
+            Figure::plain("scan_100k_rss_mb", 64, peakMegabytesOfScan(music), 0, "MB")};
+}
 
 Figures measureScan() {
     const auto music = scanMusic(files);
-    const auto [first, again] = measureScans(music);
-    const auto tracksPerSecond = [](double taken) { return static_cast<double>(files) / taken * 1000; };
+    const auto [first, again] = measureScans(music, files, 1, rounds);
     std::vector<double> rows, frames;
     for (int round = 0; round < rounds; ++round) {
         rows.push_back(ScanningHelmo(music).millisecondsToFirstRows());
         frames.push_back(ScanningHelmo(music).longestFrameWhileDragging());
     }
-    return {Figure::ratio("scan_rate", 0.7, tracksPerSecond(first.ours), tracksPerSecond(first.floor),
-                          "tracks/s", Figure::Limit::AtLeast),
+    return {rateFigure("scan_rate", files, first),
             Figure::plain("scan_first_rows_ms", 150, median(rows), 0, "ms"),
             Figure::plain("scan_frame_ms", 16, median(frames), 0, "ms"),
             Figure::ratio("rescan", 2, again.ours, again.floor, "ms")};

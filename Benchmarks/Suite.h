@@ -15,10 +15,15 @@ struct Benchmark {
 };
 
 Figures measureMillionSongs();
-Figures measureMillionSongsMemory();
+Figures measureMemory();
+Figures measureUpdate();
+Figures measureFling();
+/** One for each tab and each kind of list behind one, and one for the longest frame of them all. */
+std::vector<Benchmark> openBenchmarks();
 Figures measureFrames();
 Figures measureIdle();
 Figures measureScan();
+Figures measureLargeScan();
 Figures measureStart();
 
 /** All, in the table's order. */

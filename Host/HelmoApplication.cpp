@@ -12,6 +12,7 @@
 #include "Host/Settings/IcuLocaleServices.h"
 #include "Host/Settings/XdgPaths.h"
 #include "Platform/Foundation/DispatchQueue.h"
+#include "Platform/Media/ArtworkCatalog.h"
 #include "Utilities/ZRNShared.h"
 
 namespace helmo {
@@ -82,6 +83,7 @@ void HelmoApplication::choosePaths() {
 void HelmoApplication::installServices() {
     _textEngine = std::make_shared<PangoTextEngine>();  // first: it reads the fonts while the rest is made
     _settings = std::make_unique<Settings>(_settingsFile, logLine);
+    ArtworkCatalog::setCacheLimit(static_cast<std::size_t>(_settings->values().coverCacheMegabytes) << 20);
     const std::string language = _settings->values().language;
     LocaleServices::install(std::make_unique<IcuLocaleServices>(language));
     auto languages = preferredLanguages();

@@ -20,13 +20,13 @@ RowList::Rows numbersOf(Database& database, const SqlQuery& query) {
 
 }  // namespace
 
-CountedRowList::CountedRowList(std::shared_ptr<Readers> readers,
-                               std::shared_ptr<const QueryCompiler> compiler)
-    : _readers(std::move(readers)), _compiler(std::move(compiler)) {
+CountedRowList::CountedRowList(std::shared_ptr<Readers> readers, CountedQuery query)
+    : _readers(std::move(readers)), _query(std::move(query)) {
     _readers->read(false, [&](Database& database) {
-        for (auto rows = database.prepare(_compiler->counts()); rows.step();) {
+        for (auto rows = database.prepare(_query.counts()); rows.step();) {
             const auto length = static_cast<std::uint64_t>(rows.integer(1));
-            _runs.push_back({rows.text(0), _count});
+            if (auto start = rows.text(0); _runs.empty() || _runs.back().start != start)
+                _runs.push_back({std::move(start), _count});
             addToSections(_runs.back().start, {_count, length});
             _count += length;
         }
@@ -43,7 +43,7 @@ RowList::Rows CountedRowList::rows(zornic::Range range) const {
     const std::uint64_t skipped = range.location - run.first;
     const std::uint64_t left = (next == _runs.end() ? _count : next->first) - range.location;
     return _readers->read(Rows(), [&](Database& database) {
-        return skipped <= left ? numbersOf(database, _compiler->itemsFrom(run.start, skipped, range.length))
+        return skipped <= left ? numbersOf(database, _query.rowsFrom(run.start, skipped, range.length))
                                : rowsBefore(database, next, left, range.length);
     });
 }
@@ -52,22 +52,22 @@ RowList::Rows CountedRowList::rowsBefore(Database& database, Runs::const_iterato
                                          std::uint64_t distance, std::uint64_t length) const {
     const std::uint64_t taken = std::min(distance, length);
     const std::string end = next == _runs.end() ? endOfKeys : next->start;
-    auto rows = numbersOf(database, _compiler->itemsBefore(end, distance - taken, taken));
+    auto rows = numbersOf(database, _query.rowsBefore(end, distance - taken, taken));
     std::ranges::reverse(rows);
     if (length == taken) return rows;
-    const auto more = numbersOf(database, _compiler->itemsFrom(end, 0, length - taken));
+    const auto more = numbersOf(database, _query.rowsFrom(end, 0, length - taken));
     rows.insert(rows.end(), more.begin(), more.end());
     return rows;
 }
 
 std::uint64_t CountedRowList::indexOf(std::uint32_t row) const {
     return _readers->read(zornic::NotFound, [&](Database& database) {
-        auto key = database.prepare(_compiler->keyOf(row));
+        auto key = database.prepare(_query.keyOf(row));
         if (!key.step()) return zornic::NotFound;
         const auto next = std::ranges::upper_bound(_runs, key.text(0), {}, &Run::start);
         if (next == _runs.begin()) return zornic::NotFound;
         const Run& run = *std::prev(next);
-        const auto before = database.integer(_compiler->countOfItemsBetween(run.start, row));
+        const auto before = database.integer(_query.countOfRowsBetween(run.start, row));
         const auto index = run.first + static_cast<std::uint64_t>(before);
         return index < _count ? index : zornic::NotFound;
     });

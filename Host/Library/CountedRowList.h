@@ -2,19 +2,19 @@
 
 #include <memory>
 
-#include "Host/Library/QueryCompiler.h"
+#include "Host/Library/CountedQuery.h"
 #include "Host/Library/Readers.h"
 #include "Host/Library/RowList.h"
 
 namespace helmo {
 
-/** The list of all tracks in an order whose keys are counted by their first bytes. Those counts are all that
-   it holds: rows are read where they are wanted, from the nearer end of the run of keys that start alike, so
-   that any place of a million is some hundred rows of an index away and nothing has to be read before. */
+/** The list of all tracks, or collections, in an order whose keys are counted by their first bytes. Those
+   counts are all that it holds: rows are read where they are wanted, from the nearer end of the run of keys
+   that start alike, so that any place of a million is some hundred rows of an index away and nothing has to
+   be read before. */
 class CountedRowList final : public RowList {
 public:
-    /** `compiler` has a `countedOrder`. */
-    CountedRowList(std::shared_ptr<Readers> readers, std::shared_ptr<const QueryCompiler> compiler);
+    CountedRowList(std::shared_ptr<Readers> readers, CountedQuery query);
     std::uint64_t count() const override { return _count; }
     Rows rows(zornic::Range range) const override;
     std::uint64_t indexOf(std::uint32_t row) const override;
@@ -32,7 +32,7 @@ private:
                     std::uint64_t length) const;
 
     const std::shared_ptr<Readers> _readers;
-    const std::shared_ptr<const QueryCompiler> _compiler;
+    const CountedQuery _query;
     Runs _runs;
     std::uint64_t _count = 0;
 };

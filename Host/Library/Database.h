@@ -20,6 +20,7 @@ namespace helmo {
 /** Bytes that are no text, sort keys for example. */
 struct Blob {
     std::string bytes;
+    friend bool operator==(const Blob&, const Blob&) = default;
 };
 
 using SqlValue = std::variant<std::monostate, std::int64_t, double, std::string, Blob>;
@@ -28,6 +29,7 @@ using SqlValue = std::variant<std::monostate, std::int64_t, double, std::string,
 struct SqlQuery {
     std::string text;
     std::vector<SqlValue> values;
+    friend bool operator==(const SqlQuery&, const SqlQuery&) = default;
 };
 
 /** What SQLite reports. Thrown within the library's own files only; nothing of it crosses `MediaLibrary`. */

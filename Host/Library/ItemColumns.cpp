@@ -116,9 +116,10 @@ const Columns& allColumns() {
 }
 
 const Columns& columnsOfRows() {
-    static const Columns columns{columnOf(Property::PersistentID), columnOf(Property::Title),
-                                 columnOf(Property::Artist),       columnOf(Property::AlbumTitle),
-                                 columnOf(Property::IsExplicit),   columnOf(Property::ArtworkToken)};
+    static const Columns columns{columnOf(Property::PersistentID),     columnOf(Property::Title),
+                                 columnOf(Property::Artist),           columnOf(Property::AlbumTitle),
+                                 columnOf(Property::IsExplicit),       columnOf(Property::ArtworkToken),
+                                 columnOf(Property::AlbumTrackNumber), columnOf(Property::PlaybackDuration)};
     return columns;
 }
 
@@ -207,8 +208,10 @@ SqlQuery condition(const MediaPredicate& predicate) {
     if (column->kind == Kind::Truth)
         return {std::string(column->expression) + (predicate.value().asBool() ? " = 1" : " = 0"), {}};
     if (!column->link) return {comparison(column->expression, predicate), {std::move(value)}};
-    return {std::string("t.") + column->link + " IN (SELECT id FROM collection WHERE " +
-                comparison(column->expression, predicate) + ")",
+    // Only one collection has an ID: where its tracks stand in order in an index, they needn't be sorted.
+    const bool isOne = column->kind == Kind::Identifier && predicate.comparison() == MediaComparison::EqualTo;
+    return {std::string("t.") + column->link + (isOne ? " = " : " IN ") +
+                "(SELECT id FROM collection WHERE " + comparison(column->expression, predicate) + ")",
             {std::move(value)}};
 }
 

@@ -58,6 +58,12 @@ std::uint64_t PagedEntityList::indexOf(const zornic::MediaEntity& entity, std::u
     return zornic::NotFound;
 }
 
+std::string marksOfPage() {
+    std::string marks = "(?";
+    for (std::uint64_t at = 1; at < PagedEntityList::pageLength; ++at) marks += ", ?";
+    return marks + ")";
+}
+
 void bindPage(Statement& statement, const RowList::Rows& rows) {
     for (std::uint64_t at = 0; at < PagedEntityList::pageLength; ++at)
         statement.bind(at < rows.size() ? SqlValue(std::int64_t{rows[at]}) : SqlValue());

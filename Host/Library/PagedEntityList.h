@@ -45,6 +45,8 @@ private:
     mutable std::list<Page> _pages;
 };
 
+/** Marks for a page of rows, in parentheses. */
+std::string marksOfPage();
 /** Binds `rows` to a statement's next marks, and NULL to the rest of a page's. */
 void bindPage(Statement& statement, const RowList::Rows& rows);
 

@@ -5,6 +5,7 @@
 #include <iterator>
 #include <map>
 
+#include "Host/Library/CollectionSections.h"
 #include "Host/Library/ItemColumns.h"
 
 namespace helmo {
@@ -70,12 +71,6 @@ const Grouping* groupingOf(MediaGrouping grouping) {
     return found == groupings.end() ? nullptr : found;
 }
 
-std::string joinedKeys(const std::vector<std::string>& keys, const char* direction = "") {
-    std::string text;
-    for (const auto& key : keys) text += (text.empty() ? "" : ", ") + key + direction;
-    return text;
-}
-
 /** The section of a row: the first two bytes of the key it is sorted by first; NULL when that is no key. */
 std::string sectionOf(const std::vector<std::string>& keys) {
     return !keys.empty() && keys.front().ends_with("_key") ? "substr(" + keys.front() + ", 1, 2)" : "NULL";
@@ -124,9 +119,23 @@ std::string yearOfAlbum(const std::string& id) {
     return "(SELECT MIN(NULLIF(y.year, 0)) FROM track y WHERE y.album_id = " + id + " AND y.present = 1)";
 }
 
-std::vector<std::string> itemKeys(const zornic::MediaQueryDescription& description,
-                                  const QueryFilter& filter) {
-    if (filter.playlist()) return {"p.depth", "p.sort_key", "p.id", "i.position"};
+/** Drops the keys that are the same for all of an album's, or an artist's, tracks. */
+std::vector<std::string> withoutFixed(std::vector<std::string> keys, const QueryFilter& filter) {
+    const auto drop = [&](const char* property, const char* key, const char* id) {
+        if (filter.fixes(property))
+            std::erase_if(keys, [&](const std::string& text) {
+                return text.find(key) != std::string::npos || text.find(id) != std::string::npos;
+            });
+    };
+    drop(Property::AlbumPersistentID, "t.album_key", "t.album_id");
+    drop(Property::ArtistPersistentID, "t.artist_key", "t.artist_id");
+    drop(Property::AlbumArtistPersistentID, "t.album_artist_key", "t.album_artist_id");
+    return keys;
+}
+
+std::vector<std::string> allItemKeys(const zornic::MediaQueryDescription& description,
+                                     const QueryFilter& filter) {
+    if (filter.playlist()) return {"i.position"};
     if (!description.ordering.empty()) return keysOf(description.ordering);
     const auto* grouping = groupingOf(description.grouping);
     if (description.grouping == MediaGrouping::AlbumsOfArtist) {
@@ -136,6 +145,13 @@ std::vector<std::string> itemKeys(const zornic::MediaQueryDescription& descripti
         return keys;
     }
     return keysOf(grouping ? grouping->itemOrder : std::vector<std::string>{Property::Title});
+}
+
+std::vector<std::string> itemKeys(const zornic::MediaQueryDescription& description,
+                                  const QueryFilter& filter) {
+    const auto keys = allItemKeys(description, filter);
+    // What sections begin with stays.
+    return description.useSections ? keys : withoutFixed(keys, filter);
 }
 
 }  // namespace
@@ -150,28 +166,38 @@ std::int64_t QueryCompiler::collectionKind() const {
     return grouping ? grouping->kind : 0;
 }
 
-SqlQuery QueryCompiler::items() const {
-    SqlQuery query;
-    if (_filter.playlist()) {
-        // A folder's items are those of the playlists inside, however deep; UNION ends a folder that is
-        // inside itself.
-        query = {
-            "WITH RECURSIVE inside (id, depth) AS (SELECT id, 0 FROM playlist WHERE pid = ? AND present = 1 "
-            "UNION "
-            "SELECT c.id, 1 FROM playlist c JOIN inside ON c.parent_id = inside.id WHERE c.present = 1), "
-            "p AS (SELECT id, MIN(depth) AS depth, (SELECT sort_key FROM playlist WHERE id = inside.id) AS "
-            "sort_key "
-            "FROM inside GROUP BY id) "
-            "SELECT t.id, NULL FROM p JOIN playlist_item i ON i.playlist_id = p.id JOIN track t ON t.id = "
-            "i.track_id "
-            "WHERE ",
-            {*_filter.playlist()}};
-        append(query, _filter.tracksOfPlaylist());
-    } else {
-        query.text = "SELECT t.id, " + sectionOf(_keys) + " FROM track t WHERE ";
-        append(query, _filter.tracks());
-    }
+std::vector<SqlQuery> QueryCompiler::items() const {
+    // A folder's items are those of the playlists inside, behind its own if it should have any.
+    if (_filter.playlist()) return {itemsOfPlaylist(), itemsOfPlaylistsInside()};
+    SqlQuery query{
+        "SELECT t.id, " + (_description.useSections ? sectionOf(_keys) : "NULL") + " FROM track t WHERE ",
+        {}};
+    append(query, _filter.tracks());
     query.text += " ORDER BY " + joinedKeys(_keys);
+    return {std::move(query)};
+}
+
+SqlQuery QueryCompiler::itemsOfPlaylist() const {
+    SqlQuery query{
+        "SELECT i.track_id AS id, NULL FROM playlist_item i WHERE i.playlist_id = "
+        "(SELECT id FROM playlist WHERE pid = ? AND present = 1) AND ",
+        {*_filter.playlist()}};
+    append(query, _filter.itemsOfPlaylist());
+    query.text += " ORDER BY i.position";
+    return query;
+}
+
+/** However deep; UNION ends a folder that is inside itself. */
+SqlQuery QueryCompiler::itemsOfPlaylistsInside() const {
+    SqlQuery query{
+        "WITH RECURSIVE inside (id) AS (SELECT c.id FROM playlist c JOIN playlist q ON q.id = c.parent_id "
+        "WHERE q.pid = ? AND q.present = 1 AND c.present = 1 UNION "
+        "SELECT c.id FROM playlist c JOIN inside ON c.parent_id = inside.id WHERE c.present = 1) "
+        "SELECT i.track_id AS id, NULL FROM inside JOIN playlist p ON p.id = inside.id "
+        "JOIN playlist_item i ON i.playlist_id = p.id WHERE p.pid <> ? AND ",
+        {*_filter.playlist(), *_filter.playlist()}};
+    append(query, _filter.itemsOfPlaylist());
+    query.text += " ORDER BY p.sort_key, p.id, i.position";
     return query;
 }
 
@@ -192,46 +218,34 @@ std::optional<Schema::CountedOrder> QueryCompiler::countedOrder() const {
     return std::nullopt;
 }
 
-SqlQuery QueryCompiler::counts() const {
-    SqlQuery query{"SELECT section, SUM(tracks) FROM section_count WHERE ordering = ? AND tracks > 0",
-                   {static_cast<std::int64_t>(countedOrder().value_or(Schema::CountedOrder::Title))}};
-    append(query, _filter.andMediaTypes("media_type"));
-    query.text += " GROUP BY section ORDER BY section";
-    return query;
+std::optional<CountedQuery> QueryCompiler::countedItems() const {
+    const auto order = countedOrder();
+    if (!order) return std::nullopt;
+    SqlQuery counts{"SELECT section, tracks FROM section_count WHERE ordering = ? AND tracks > 0",
+                    {static_cast<std::int64_t>(*order)}};
+    append(counts, _filter.andMediaTypes("media_type"));
+    counts.text += " ORDER BY section";
+    return CountedQuery(std::move(counts), "track t", _filter.tracks(), _keys);
 }
 
-SqlQuery QueryCompiler::itemsFrom(const std::string& key, std::uint64_t skipped, std::uint64_t limit) const {
-    SqlQuery query{"SELECT t.id FROM track t WHERE ", {}};
-    append(query, _filter.tracks());
-    append(query, {" AND " + _keys.front() + " >= ? ORDER BY " + joinedKeys(_keys) + " LIMIT ? OFFSET ?",
-                   {Blob{key}, static_cast<std::int64_t>(limit), static_cast<std::int64_t>(skipped)}});
-    return query;
-}
-
-SqlQuery QueryCompiler::itemsBefore(const std::string& key, std::uint64_t skipped,
-                                    std::uint64_t limit) const {
-    SqlQuery query{"SELECT t.id FROM track t WHERE ", {}};
-    append(query, _filter.tracks());
-    append(query,
-           {" AND " + _keys.front() + " < ? ORDER BY " + joinedKeys(_keys, " DESC") + " LIMIT ? OFFSET ?",
-            {Blob{key}, static_cast<std::int64_t>(limit), static_cast<std::int64_t>(skipped)}});
-    return query;
-}
-
-SqlQuery QueryCompiler::keyOf(std::uint32_t row) const {
-    SqlQuery query{"SELECT " + _keys.front() + " FROM track t WHERE t.id = ? AND ", {std::int64_t{row}}};
-    append(query, _filter.tracks());
-    return query;
-}
-
-SqlQuery QueryCompiler::countOfItemsBetween(const std::string& key, std::uint32_t row) const {
-    SqlQuery query{"SELECT COUNT(*) FROM track t WHERE ", {}};
-    append(query, _filter.tracks());
-    const std::string keys = joinedKeys(_keys);
-    append(query, {" AND " + _keys.front() + " >= ? AND (" + keys + ") < (SELECT " + keys +
-                       " FROM track t WHERE t.id = ?)",
-                   {Blob{key}, std::int64_t{row}}});
-    return query;
+std::optional<CountedQuery> QueryCompiler::countedCollections() const {
+    const auto keys = collectionOrdering();
+    const bool isByOwner = keys.front() == "c.owner_key";
+    // The types of two tracks together may meet two conditions that neither of them meets.
+    if (collectionKind() == 0 || !_filter.isOnlyMediaTypes() || _filter.countOfMediaTypes() > 1 ||
+        !(isByOwner || keys.front() == "c.sort_key"))
+        return std::nullopt;
+    const auto order = isByOwner ? CollectionSections::Order::Owner : CollectionSections::Order::Name;
+    const std::string kind = std::to_string(collectionKind());
+    SqlQuery counts{"SELECT section, collections FROM collection_section WHERE kind = " + kind +
+                        " AND ordering = ? AND collections > 0",
+                    {static_cast<std::int64_t>(order)}};
+    append(counts, _filter.andMediaTypes("media_types"));
+    counts.text += " ORDER BY section";
+    // Spelled out, so that the index of those that have tracks is found.
+    SqlQuery condition{"c.kind = " + kind + " AND c.media_types <> 0", {}};
+    append(condition, _filter.andMediaTypes("c.media_types"));
+    return CountedQuery(std::move(counts), "collection c", std::move(condition), keys);
 }
 
 SqlQuery QueryCompiler::aggregate(const std::string& function, const std::string& column) const {
@@ -240,9 +254,11 @@ SqlQuery QueryCompiler::aggregate(const std::string& function, const std::string
         append(query, _filter.tracks());
         return query;
     }
-    SqlQuery query{"SELECT " + function + "(" + column + ") FROM track t JOIN (", {}};
-    append(query, items());
-    query.text += ") AS listed ON listed.id = t.id";
+    SqlQuery query{"SELECT " + function + "(" + column + ") FROM (SELECT * FROM (", {}};
+    append(query, itemsOfPlaylist());
+    query.text += ") UNION ALL SELECT * FROM (";
+    append(query, itemsOfPlaylistsInside());
+    query.text += ")) AS listed JOIN track t ON t.id = listed.id";
     return query;
 }
 
@@ -257,12 +273,12 @@ std::vector<std::string> QueryCompiler::collectionOrdering() const {
     return {"c.sort_key", "c.owner_key", "c.id"};
 }
 
-SqlQuery QueryCompiler::collections() const {
+std::vector<SqlQuery> QueryCompiler::collections() const {
     if (isOfPlaylists()) {
         SqlQuery query{"SELECT p.id, substr(p.sort_key, 1, 2) FROM playlist p WHERE ", {}};
         append(query, _filter.playlists());
         query.text += " ORDER BY p.sort_key, p.id";
-        return query;
+        return {std::move(query)};
     }
     const auto* grouping = groupingOf(_description.grouping);
     if (!grouping) return items();
@@ -281,7 +297,7 @@ SqlQuery QueryCompiler::collections() const {
         query.text += " GROUP BY " + column + ") g JOIN collection c ON c.id = g.id";
     }
     query.text += " ORDER BY " + joinedKeys(keys);
-    return query;
+    return {std::move(query)};
 }
 
 SqlQuery QueryCompiler::collectionValues(std::size_t count, bool withAlbums, bool withArtists) const {
@@ -330,6 +346,7 @@ zornic::MediaQueryDescription QueryCompiler::itemsOf(zornic::PersistentID collec
     const auto* grouping = groupingOf(_description.grouping);
     zornic::MediaQueryDescription items = _description;
     items.ordering.clear();
+    items.useSections = false;
     items.predicates.push_back(
         MediaPredicate::property(grouping ? grouping->property : Property::PersistentID, collection));
     return items;

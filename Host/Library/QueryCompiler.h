@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "Host/Library/CountedQuery.h"
 #include "Host/Library/Database.h"
 #include "Host/Library/QueryFilter.h"
 #include "Host/Library/Schema.h"
@@ -18,27 +19,19 @@ public:
     explicit QueryCompiler(zornic::MediaQueryDescription description);
     const zornic::MediaQueryDescription& description() const { return _description; }
 
-    /** Row numbers and sections of all items. */
-    SqlQuery items() const;
-    /** The order in which all tracks, filtered by media type at most, are counted by the first bytes of their
-       keys; none for other lists, which have to be read to be counted. The next five are of such lists. */
-    std::optional<Schema::CountedOrder> countedOrder() const;
-    /** First bytes of keys, in order, and how many tracks have keys that start so. */
-    SqlQuery counts() const;
-    /** `limit` row numbers, `skipped` rows behind the first whose key is not below `key`. */
-    SqlQuery itemsFrom(const std::string& key, std::uint64_t skipped, std::uint64_t limit) const;
-    /** `limit` row numbers, last ones first, `skipped` rows before the first whose key is not below `key`. */
-    SqlQuery itemsBefore(const std::string& key, std::uint64_t skipped, std::uint64_t limit) const;
-    /** The key of a row; no row when it isn't in the list. */
-    SqlQuery keyOf(std::uint32_t row) const;
-    /** How many rows stand before `row`, from the first whose key is not below `key` on. */
-    SqlQuery countOfItemsBetween(const std::string& key, std::uint32_t row) const;
+    /** Row numbers and sections of all items, to be read one behind the other. */
+    std::vector<SqlQuery> items() const;
+    /** The statements for the items, or collections, when they are counted by the first bytes of their keys:
+       all of them, filtered by media type at most, in an order that is kept. None for other lists, which have
+       to be read to be counted. */
+    std::optional<CountedQuery> countedItems() const;
+    std::optional<CountedQuery> countedCollections() const;
     /** `function` ("MAX", "SUM") of a number over all items. */
     SqlQuery aggregate(const std::string& function, const std::string& column) const;
 
     /** Row numbers and sections of all collections: rows of collections, of playlists when grouped by
        playlist, of tracks when each item is its own collection. */
-    SqlQuery collections() const;
+    std::vector<SqlQuery> collections() const;
     /** For `count` collections whose row numbers are to be bound behind the values: row number, ID, name,
        album artist's name and ID, number of items, representative item's ID, and where wanted the numbers of
        albums and artists. */
@@ -54,7 +47,10 @@ public:
     bool isOfItems() const { return !isOfPlaylists() && collectionKind() == 0; }
 
 private:
+    SqlQuery itemsOfPlaylist() const;
+    SqlQuery itemsOfPlaylistsInside() const;
     SqlQuery countWithin(const std::string& column, std::int64_t collection) const;
+    std::optional<Schema::CountedOrder> countedOrder() const;
     std::vector<std::string> collectionOrdering() const;
 
     const zornic::MediaQueryDescription _description;

@@ -77,6 +77,13 @@ QueryFilter::QueryFilter(std::vector<MediaPredicate> predicates) : _predicates(s
     }
 }
 
+bool QueryFilter::fixes(const char* itemProperty) const {
+    return std::ranges::any_of(_predicates, [&](const MediaPredicate& predicate) {
+        return predicate.isPropertyPredicate() && predicate.property() == itemProperty &&
+               predicate.comparison() == MediaComparison::EqualTo;
+    });
+}
+
 SqlQuery QueryFilter::andMediaTypes(const std::string& column) const {
     SqlQuery query;
     for (const std::int64_t types : _mediaTypes) append(query, {" AND (" + column + " & ?) <> 0", {types}});
@@ -84,7 +91,20 @@ SqlQuery QueryFilter::andMediaTypes(const std::string& column) const {
 }
 
 SqlQuery QueryFilter::tracks() const { return ofTracks(false); }
-SqlQuery QueryFilter::tracksOfPlaylist() const { return ofTracks(true); }
+
+SqlQuery QueryFilter::itemsOfPlaylist() const {
+    if (_predicates.size() > 1) {
+        SqlQuery query{"i.track_id IN (SELECT t.id FROM track t WHERE t.id = i.track_id AND ", {}};
+        append(query, ofTracks(true));
+        query.text += ')';
+        return query;
+    }
+    // There are few that are gone, if any: not one of the others has to be looked at.
+    return {
+        "i.track_id IS NOT NULL AND NOT EXISTS (SELECT 1 FROM track t INDEXED BY track_gone "
+        "WHERE t.id = i.track_id AND t.present = 0)",
+        {}};
+}
 
 SqlQuery QueryFilter::ofTracks(bool areReadFromPlaylist) const {
     SqlQuery query{"t.present = 1", {}};

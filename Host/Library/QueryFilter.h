@@ -22,12 +22,15 @@ public:
     const std::optional<std::int64_t>& playlist() const { return _playlist; }
     /** Whether nothing but the media type is asked for, so that maintained counts answer. */
     bool isOnlyMediaTypes() const { return _isOnlyMediaTypes; }
+    std::size_t countOfMediaTypes() const { return _mediaTypes.size(); }
+    /** Whether all tracks have the same value of a property. */
+    bool fixes(const char* itemProperty) const;
     /** " AND ..." for a column that holds a media type. */
     SqlQuery andMediaTypes(const std::string& column) const;
     /** Whether a track meets all of it. */
     SqlQuery tracks() const;
-    /** The same of tracks that are read from the playlist itself. */
-    SqlQuery tracksOfPlaylist() const;
+    /** Whether the track of `i`, an item of the playlist that is asked for, does. */
+    SqlQuery itemsOfPlaylist() const;
     /** Whether a playlist meets all of it; what is asked of items, some item in it meets. */
     SqlQuery playlists() const;
 

@@ -6,12 +6,13 @@
 
 namespace helmo {
 
-ReadRowList::ReadRowList(Readers& readers, const SqlQuery& query) {
+ReadRowList::ReadRowList(Readers& readers, const std::vector<SqlQuery>& queries) {
     readers.read(false, [&](Database& database) {
-        for (auto rows = database.prepare(query); rows.step();) {
-            _numbers.push_back(static_cast<std::uint32_t>(rows.integer(0)));
-            if (!rows.isNull(1)) addToSections(rows.text(1), {_numbers.size() - 1, 1});
-        }
+        for (const SqlQuery& query : queries)
+            for (auto rows = database.prepare(query); rows.step();) {
+                _numbers.push_back(static_cast<std::uint32_t>(rows.integer(0)));
+                if (!rows.isNull(1)) addToSections(rows.text(1), {_numbers.size() - 1, 1});
+            }
         return true;
     });
     _numbers.shrink_to_fit();

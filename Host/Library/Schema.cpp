@@ -4,6 +4,7 @@
 
 #include "Host/Library/AlbumsMigration.h"
 #include "Host/Library/ChapterTable.h"
+#include "Host/Library/CollectionSections.h"
 
 namespace helmo::Schema {
 
@@ -204,7 +205,7 @@ void addMixes(Database& database) {
 
 /** Step n brings version n to n + 1; new steps go to the end, old ones are never changed. */
 constexpr std::array migrations{makeFirstTables, countInBulk, tellAlbumsByPlace, keepGapsOfPlaylists,
-                                addChapters, addMixes};
+                                addChapters, addMixes, CollectionSections::prepare};
 
 }  // namespace
 

@@ -13,7 +13,7 @@ namespace helmo {
    stand in the track's row itself, so that every order is one index; the first two bytes of a key are its
    section. How many tracks have keys that start with the same `countedBytes` bytes, and how many each
    collection has, is counted by `TrackCounts` when tracks are added, many at once, and kept up to date by
-   triggers when they change or go. */
+   triggers when they change or go; collections themselves are counted by `CollectionSections`. */
 namespace Schema {
 
 /** Makes the tables or brings older ones up to date, in one transaction. Throws; a file made by a newer

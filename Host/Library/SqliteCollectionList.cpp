@@ -15,12 +15,6 @@ namespace Property = zornic::MediaCollectionProperty;
 
 namespace {
 
-std::string marksOfPage() {
-    std::string marks = "(?";
-    for (std::uint64_t at = 1; at < PagedEntityList::pageLength; ++at) marks += ", ?";
-    return marks + ")";
-}
-
 /** Under which properties a collection's own name and ID are known. */
 struct NameProperties {
     const char* name = nullptr;
@@ -71,12 +65,15 @@ SqliteCollectionList::EntitiesByRow SqliteCollectionList::collections(Database& 
         _compiler->collectionValues(pageLength, wants(Property::AlbumCount), wants(Property::ArtistCount)));
     bindPage(statement, rows);
     EntitiesByRow entities;
+    std::vector<std::int64_t> representatives;
     while (statement.step()) {
         const std::int64_t row = statement.integer(0);
+        if (!statement.isNull(6)) representatives.push_back(statement.integer(6));
         entities[row] =
             zornic::make<SqliteCollection>(_library, static_cast<zornic::PersistentID>(statement.integer(1)),
                                            collectionValues(statement), _compiler, _readers, row);
     }
+    _representatives->expect(std::move(representatives), _generation);
     return entities;
 }
 

@@ -11,10 +11,8 @@ namespace helmo {
 namespace {
 
 std::string pageSql() {
-    std::string sql = "SELECT " + ItemColumns::rowColumns() + " FROM " + ItemColumns::rowTables() +
-                      " WHERE t.present = 1 AND t.id IN (?";
-    for (std::uint64_t at = 1; at < PagedEntityList::pageLength; ++at) sql += ", ?";
-    return sql + ")";
+    return "SELECT " + ItemColumns::rowColumns() + " FROM " + ItemColumns::rowTables() +
+           " WHERE t.present = 1 AND t.id IN " + marksOfPage();
 }
 
 }  // namespace

@@ -7,7 +7,6 @@
 #include "Host/Library/ChapterTable.h"
 #include "Host/Library/ItemColumns.h"
 #include "Host/Library/PlaylistColumns.h"
-#include "Host/Library/SqliteQueryResult.h"
 #include "Host/Log.h"
 #include "Platform/Foundation/NotificationCenter.h"
 #include "Platform/Media/MediaPlaylist.h"
@@ -111,6 +110,8 @@ std::shared_ptr<zornic::MediaItem> SqliteMediaLibrary::itemWithPersistentID(Pers
     if (verifyExistence) {
         values = valuesOfItem(persistentID, {zornic::MediaItemProperty::PersistentID});
         if (values.empty()) return nullptr;
+    } else {
+        values = _reading->representatives.values(persistentID, _generation, *readers());
     }
     return zornic::make<zornic::MediaItem>(std::const_pointer_cast<MediaLibrary>(library), persistentID,
                                            std::move(values));
@@ -120,7 +121,7 @@ std::shared_ptr<const zornic::MediaQueryResult> SqliteMediaLibrary::evaluate(
     const zornic::MediaQueryDescription& description) const {
     const auto library = std::static_pointer_cast<const MediaLibrary>(shared_from_this());
     return std::make_shared<const SqliteQueryResult>(std::const_pointer_cast<MediaLibrary>(library),
-                                                     readers(), description);
+                                                     readers(), _reading, _generation, description);
 }
 
 template <class Row>

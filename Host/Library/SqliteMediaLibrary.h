@@ -11,6 +11,7 @@
 #include "Host/Library/LibraryStorage.h"
 #include "Host/Library/Mixes/MixStore.h"
 #include "Host/Library/SortKey.h"
+#include "Host/Library/SqliteQueryResult.h"
 #include "Host/Library/TrackStore.h"
 #include "Platform/Foundation/DispatchQueue.h"
 #include "Platform/Media/MediaLibrary.h"
@@ -142,6 +143,7 @@ private:
     TrackCache _trackCache;
     mutable std::mutex _readersMutex;
     std::shared_ptr<Readers> _readers;
+    const std::shared_ptr<SharedReading> _reading = std::make_shared<SharedReading>();
     std::atomic<std::uint64_t> _generation{1};
     std::atomic<bool> _isStoring{false}, _isEnding{false}, _isReplacing{false}, _hasPending{false};
     std::atomic<bool> _isBrivoEnabled{false};

@@ -2,7 +2,6 @@
 
 #include "Host/Library/CountedRowList.h"
 #include "Host/Library/ItemColumns.h"
-#include "Host/Library/ReadRowList.h"
 #include "Host/Library/SectionIndex.h"
 #include "Host/Library/SqliteCollectionList.h"
 #include "Host/Library/SqliteItemList.h"
@@ -13,18 +12,24 @@ using zornic::MediaQuerySection;
 using zornic::MediaQuerySectionInfo;
 
 SqliteQueryResult::SqliteQueryResult(std::weak_ptr<zornic::MediaLibrary> library,
-                                     std::shared_ptr<Readers> readers,
-                                     zornic::MediaQueryDescription description)
+                                     std::shared_ptr<Readers> readers, std::shared_ptr<SharedReading> shared,
+                                     std::uint64_t generation, zornic::MediaQueryDescription description)
     : _library(std::move(library)),
       _readers(std::move(readers)),
+      _shared(std::move(shared)),
+      _generation(generation),
       _compiler(std::make_shared<const QueryCompiler>(std::move(description))) {}
+
+template <class Read>
+std::shared_ptr<const RowList> SqliteQueryResult::rowList(std::optional<CountedQuery> counted,
+                                                          Read&& toBeRead) const {
+    if (counted) return std::make_shared<const CountedRowList>(_readers, std::move(*counted));
+    return _shared->lists.list(_readers, toBeRead(), _generation);
+}
 
 const SqliteQueryResult::Side& SqliteQueryResult::itemSide() const {
     std::call_once(_items.once, [this] {
-        if (_compiler->countedOrder())
-            _items.rows = std::make_shared<const CountedRowList>(_readers, _compiler);
-        else
-            _items.rows = std::make_shared<const ReadRowList>(*_readers, _compiler->items());
+        _items.rows = rowList(_compiler->countedItems(), [this] { return _compiler->items(); });
         _items.list = std::make_shared<const SqliteItemList>(_library, _readers, _items.rows);
     });
     return _items;
@@ -35,9 +40,11 @@ const SqliteQueryResult::Side& SqliteQueryResult::collectionSide() const {
         if (_compiler->isOfItems())
             _collections.rows = itemSide().rows;
         else
-            _collections.rows = std::make_shared<const ReadRowList>(*_readers, _compiler->collections());
-        _collections.list =
-            std::make_shared<const SqliteCollectionList>(_library, _readers, _collections.rows, _compiler);
+            _collections.rows =
+                rowList(_compiler->countedCollections(), [this] { return _compiler->collections(); });
+        _collections.list = std::make_shared<const SqliteCollectionList>(
+            _library, _readers, _collections.rows, _compiler,
+            std::shared_ptr<RepresentativeValues>(_shared, &_shared->representatives), _generation);
     });
     return _collections;
 }
@@ -47,23 +54,26 @@ std::shared_ptr<const zornic::MediaEntityList> SqliteQueryResult::collections() 
     return collectionSide().list;
 }
 
-std::vector<MediaQuerySection> SqliteQueryResult::sections(const Side& side) const {
-    if (!_compiler->description().useSections) return {};
-    return SectionIndex::read(*_readers).sections(side.rows->sections());
+const SqliteQueryResult::Side& SqliteQueryResult::sectioned(const Side& side) const {
+    if (!_compiler->description().useSections) return side;
+    auto& filled = &side == &_items ? _items : _collections;
+    std::call_once(filled.sectionsOnce, [&] {
+        const SectionIndex index(*_readers, filled.rows->sections());
+        filled.sections = index.sections();
+        filled.sectionInfo = index.info();
+    });
+    return side;
 }
 
-MediaQuerySectionInfo SqliteQueryResult::sectionInfo(const Side& side) const {
-    if (!_compiler->description().useSections) return {};
-    return SectionIndex::read(*_readers).info(side.rows->sections());
+std::vector<MediaQuerySection> SqliteQueryResult::itemSections() const {
+    return sectioned(itemSide()).sections;
 }
-
-std::vector<MediaQuerySection> SqliteQueryResult::itemSections() const { return sections(itemSide()); }
 std::vector<MediaQuerySection> SqliteQueryResult::collectionSections() const {
-    return sections(collectionSide());
+    return sectioned(collectionSide()).sections;
 }
-MediaQuerySectionInfo SqliteQueryResult::itemSectionInfo() const { return sectionInfo(itemSide()); }
+MediaQuerySectionInfo SqliteQueryResult::itemSectionInfo() const { return sectioned(itemSide()).sectionInfo; }
 MediaQuerySectionInfo SqliteQueryResult::collectionSectionInfo() const {
-    return sectionInfo(collectionSide());
+    return sectioned(collectionSide()).sectionInfo;
 }
 
 double SqliteQueryResult::aggregate(const std::string& function, const std::string& itemProperty) const {

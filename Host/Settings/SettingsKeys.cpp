@@ -36,13 +36,13 @@ void readTruth(const toml::node& node, SettingsValues& values, const WrongSettin
         wrong(node, "true or false");
 }
 
-template <int SettingsValues::*Member, int Most>
-void readType(const toml::node& node, SettingsValues& values, const WrongSetting& wrong) {
+template <int SettingsValues::*Member, int Least, int Most>
+void readNumber(const toml::node& node, SettingsValues& values, const WrongSetting& wrong) {
     const auto* number = node.as_integer();
-    if (number && number->get() >= 0 && number->get() <= Most)
+    if (number && number->get() >= Least && number->get() <= Most)
         values.*Member = static_cast<int>(number->get());
     else
-        wrong(node, "a whole number from 0 to " + std::to_string(Most));
+        wrong(node, "a whole number from " + std::to_string(Least) + " to " + std::to_string(Most));
 }
 
 /** Calls `take` with each text of a list; it answers whether the text is right. */
@@ -119,14 +119,16 @@ constexpr SettingsKey keys[] = {
      [](const SettingsValues& values) { return writtenTruth(values.groupByAlbumArtist); }},
     {"brivo", readTruth<&SettingsValues::brivo>,
      [](const SettingsValues& values) { return writtenTruth(values.brivo); }},
-    {"shuffle", readType<&SettingsValues::shuffleType, 1>,
+    {"shuffle", readNumber<&SettingsValues::shuffleType, 0, 1>,
      [](const SettingsValues& values) { return std::to_string(values.shuffleType); }},
-    {"repeat", readType<&SettingsValues::repeatType, 2>,
+    {"repeat", readNumber<&SettingsValues::repeatType, 0, 2>,
      [](const SettingsValues& values) { return std::to_string(values.repeatType); }},
     {"screen", readScreen, [](const SettingsValues& values) { return writtenText(values.screen.text()); }},
     {"fullscreen", readTruth<&SettingsValues::fullscreen>,
      [](const SettingsValues& values) { return writtenTruth(values.fullscreen); }},
     {"mode", readMode, [](const SettingsValues& values) { return writtenText(textOf(values.mode)); }},
+    {"cover_cache_mb", readNumber<&SettingsValues::coverCacheMegabytes, 1, 1024>,
+     [](const SettingsValues& values) { return std::to_string(values.coverCacheMegabytes); }},
     {"language", readLanguage, [](const SettingsValues& values) { return writtenText(values.language); }},
 };
 

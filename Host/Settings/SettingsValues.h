@@ -47,6 +47,8 @@ struct SettingsValues {
     ScreenSize screen;
     bool fullscreen = false;
     InteractionMode mode = InteractionMode::Touch;
+    /** Megabytes that covers may take in memory. */
+    int coverCacheMegabytes = 32;
     /** "de" or "pt-BR"; empty: the system's. */
     std::string language;
     friend bool operator==(const SettingsValues&, const SettingsValues&) = default;

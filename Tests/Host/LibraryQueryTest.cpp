@@ -12,6 +12,7 @@ namespace {
 using zornic::MediaComparison;
 using zornic::MediaGrouping;
 using zornic::MediaPredicate;
+namespace MediaType = zornic::MediaType;
 namespace Item = zornic::MediaItemProperty;
 namespace Collection = zornic::MediaCollectionProperty;
 namespace Playlist = zornic::MediaPlaylistProperty;
@@ -173,6 +174,17 @@ TEST_F(LibraryQuery, PlaylistsKeepTheirOrderAndFoldersHoldWhatIsInside) {
     EXPECT_EQ(itemsOf(102), Texts{"Sun A"});
     EXPECT_EQ(itemsOf(104), Texts{});  // a folder inside itself ends
     EXPECT_EQ(query({}, {is(Playlist::PersistentID, 101)})->totalAggregate(Item::PlaybackDuration), 30);
+    // What is gone isn't shown, nor what a second condition shuts out.
+    const auto setPresent = [&](const std::string& present) {
+        Database(databaseFile(), Database::Access::ReadWrite)
+            .execute("UPDATE track SET present = " + present + " WHERE title = 'Old'");
+        _library->noteChange();
+    };
+    setPresent("0");
+    EXPECT_EQ(itemsOf(101), (Texts{"Zoo", "Zoo"}));
+    setPresent("1");
+    EXPECT_EQ(itemsOf(101), (Texts{"Zoo", "Old", "Zoo"}));
+    EXPECT_EQ(titles(*query({}, {is(Playlist::PersistentID, 101), is(Item::Title, "Old")})), Texts{"Old"});
 
     const auto level = [&](std::uint64_t parent) {
         return names(*query(MediaGrouping::Playlist,
@@ -258,10 +270,13 @@ protected:
         std::mt19937 random(1);
         const auto letter = [&] { return std::string(1, static_cast<char>('a' + random() % 26)); };
         std::vector<TrackTags> tracks;
-        for (std::uint64_t at = 0; at < count; ++at)
+        for (std::uint64_t at = 0; at < count; ++at) {
             tracks.push_back(track(
                 letter() + letter() + "x " + std::to_string(at), "Artist " + std::to_string(random() % 300),
                 "Album " + std::to_string(random() % 9), 1, static_cast<int>(random() % 20), "Pop", 2000));
+            if (at % 50 == 0) tracks.back().mediaType = MediaType::Audiobook;
+            if (at % 20 == 0) tracks.back().composer = letter() + " Composer";
+        }
         add(tracks);
     }
     /** All titles in an order, as the tables say without any count. */
@@ -279,6 +294,45 @@ protected:
                     titlesBy("artist_key, album_key, album_id, disc_number, track_number, id"));
         expectRight({Item::AlbumArtist, Item::AlbumTitle},
                     titlesBy("album_artist_key, album_key, album_id, disc_number, track_number, id"));
+        for (const std::int64_t types : {MediaType::Any, MediaType::Music, MediaType::Audiobook}) {
+            expectCollectionsRight(MediaGrouping::Album, {}, types, "album_id",
+                                   "c.sort_key, c.owner_key, c.id");
+            expectCollectionsRight(MediaGrouping::Album, {Item::AlbumArtist, Item::AlbumTitle}, types,
+                                   "album_id", "c.owner_key, c.sort_key, c.id");
+            expectCollectionsRight(MediaGrouping::Artist, {}, types, "artist_id", "c.sort_key, c.id");
+            expectCollectionsRight(MediaGrouping::Composer, {}, types, "composer_id", "c.sort_key, c.id");
+        }
+    }
+    /** A list of collections against the tables without any count, gone through, jumped to and searched. */
+    void expectCollectionsRight(MediaGrouping grouping, const Texts& ordering, std::int64_t types,
+                                const std::string& column, const std::string& keys) const {
+        std::vector<zornic::PersistentID> whole;
+        Database database(databaseFile(), Database::Access::ReadOnly);
+        for (auto rows = database.prepare({"SELECT c.pid FROM collection c WHERE c.id IN (SELECT " + column +
+                                               " FROM track WHERE present = 1 AND (media_type & ?) <> 0) "
+                                               "ORDER BY " +
+                                               keys,
+                                           {types}});
+             rows.step();)
+            whole.push_back(static_cast<zornic::PersistentID>(rows.integer(0)));
+        const auto predicate = MediaPredicate::property(Item::MediaType, types);
+        const auto list = query(grouping, {predicate}, ordering)->collections();
+        ASSERT_EQ(list->count(), whole.size()) << column << ' ' << types;
+        for (std::uint64_t at = 0; at < whole.size(); ++at)
+            ASSERT_EQ(list->entityAtIndex(at)->persistentID(), whole[at])
+                << column << ' ' << types << ' ' << at;
+        std::uint64_t covered = 0;
+        for (const auto& section : query(grouping, {predicate}, ordering)->collectionSections()) {
+            EXPECT_EQ(section.range.location, covered);
+            covered = section.range.end();
+        }
+        EXPECT_EQ(covered, whole.size());
+        for (std::uint64_t at = 5; at < whole.size(); at += 37) {
+            const auto jumped = query(grouping, {predicate}, ordering)->collections();
+            const auto entity = jumped->entityAtIndex(at);
+            EXPECT_EQ(entity->persistentID(), whole[at]);
+            EXPECT_EQ(jumped->indexOfEntity(*entity), at);
+        }
     }
     void expectRight(const Texts& ordering, const Texts& whole) const {
         const auto goneThrough = query({}, {}, ordering), jumped = query({}, {}, ordering);
@@ -343,6 +397,21 @@ TEST_F(LargeLibrary, OpeningAndJumpingReadNoMoreThanAScreen) {
         EXPECT_EQ(songs->items()->indexOfEntity(*item(*songs, index)), index);
         EXPECT_LT(work.steps() - before, stepsOfWalk / 5);
     }
+    // So are all collections.
+    const auto beforeAlbums = work.steps();
+    const auto albums = query(MediaGrouping::Album, {}, {Item::AlbumArtist, Item::AlbumTitle});
+    EXPECT_GT(albums->collectionSections().size(), 0u);
+    EXPECT_GT(albums->_countOfCollections(), 1'500u);
+    EXPECT_LT(work.steps() - beforeAlbums, stepsOfWalk / 5);
+    // What rows show of the items that stand for them is read for all of a screen at once.
+    const auto token = [&](std::uint64_t index) {
+        return albums->collections()->entityAtIndex(index)->representativeItem()->valueForProperty(
+            Item::ArtworkToken);
+    };
+    EXPECT_FALSE(token(1'234));
+    const auto beforeSecond = work.steps();
+    EXPECT_FALSE(token(1'235));
+    EXPECT_EQ(work.steps(), beforeSecond);
     // And everything on the calling thread: nothing is left to be read behind its back.
     EXPECT_TRUE(zornic::BackgroundWork::isIdle());
 }

@@ -76,7 +76,8 @@ TEST_F(SettingsTest, WrongValuesAreNamedAndEverythingElseHolds) {
         "screen = \"100x100\"\n"
         "shuffle = 1\n"
         "mode = 2\n"
-        "fullscreen = true\n");
+        "fullscreen = true\n"
+        "cover_cache_mb = 0\n");
     const auto values = readSettings(file).values;
     EXPECT_EQ(values.musicFolders, std::vector<std::filesystem::path>{"/srv/music"});
     EXPECT_THAT(values.tabs, ElementsAre("songs", "albums"));
@@ -93,7 +94,8 @@ TEST_F(SettingsTest, WrongValuesAreNamedAndEverythingElseHolds) {
                     StartsWith(":3: tabs: found \"songs\""),
                     ":4: sort_by_artist: found \"yes\", expected true or false",
                     ":5: \"colour\" is not a setting", StartsWith(":6: repeat: found 3, expected"),
-                    StartsWith(":7: screen: found \"100x100\", expected WIDTHxHEIGHT")));
+                    StartsWith(":7: screen: found \"100x100\", expected WIDTHxHEIGHT"),
+                    ":11: cover_cache_mb: found 0, expected a whole number from 1 to 1024"));
 
     write("\"two\\nlines\" = 1\nmode = t\x17\n");
     EXPECT_THAT(problems(), ElementsAre(":1: \"two lines\" is not a setting", StartsWith(":2: ")));
@@ -185,6 +187,7 @@ TEST_F(SettingsTest, NewFileHoldsEverySettingAndReadsBackTheSame) {
     values.screen = {800, 480, 1.25};
     values.mode = InteractionMode::Knob;
     values.language = "pt-BR";
+    values.coverCacheMegabytes = 8;
     std::filesystem::remove_all(file.parent_path());
     change([&](SettingsValues& all) { all = values; });
     EXPECT_EQ(log, "");

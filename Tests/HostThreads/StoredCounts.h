@@ -43,6 +43,20 @@ inline void expectEverythingCounted(const std::filesystem::path& file) {
                      "WHERE tracks <> 0 ORDER BY collection_id, media_type"),
               column(database, "SELECT c || ' ' || m || ' ' || COUNT(*) FROM (" + memberships +
                                    ") GROUP BY c, m ORDER BY c, m"));
+    const std::string counted = ", 1, " + std::to_string(Schema::countedBytes) + "))";
+    EXPECT_EQ(column(database,
+                     "SELECT kind || ' ' || ordering || ' ' || media_types || ' ' || hex(section) || ' ' || "
+                     "collections FROM collection_section WHERE collections <> 0 ORDER BY 1"),
+              column(database, "WITH c AS (SELECT *, (SELECT SUM(DISTINCT m) FROM (" + memberships +
+                                   ") WHERE c = collection.id) AS types FROM collection) "
+                                   "SELECT kind || ' 0 ' || types || ' ' || hex(substr(sort_key" +
+                                   counted +
+                                   " || ' ' || COUNT(*) AS line FROM c WHERE types GROUP BY kind, types, "
+                                   "substr(sort_key, 1, 6) UNION ALL SELECT kind || ' 1 ' || types || ' ' || "
+                                   "hex(substr(owner_key" +
+                                   counted +
+                                   " || ' ' || COUNT(*) FROM c WHERE types AND kind = 1 GROUP BY kind, types, "
+                                   "substr(owner_key, 1, 6) ORDER BY line"));
     EXPECT_EQ(Schema::missingIndices(database).size(), 0u);
     EXPECT_EQ(column(database, "PRAGMA integrity_check"), "ok\n");
 }

@@ -12,7 +12,10 @@ protected:
     ArtworkCatalogTest() {
         for (const auto* token : {"a", "b", "c", "d", "e", "f"}) library->setArtwork(token);
     }
-    ~ArtworkCatalogTest() override { ArtworkCatalog::evictAll(); }
+    ~ArtworkCatalogTest() override {
+        ArtworkCatalog::evictAll();
+        ArtworkCatalog::setCacheLimit(32 << 20);
+    }
 
     std::shared_ptr<ArtworkCatalog> catalog(const std::string& token, double side = 36) {
         const auto made = make<ArtworkCatalog>(library, token);
@@ -122,6 +125,7 @@ TEST_F(ArtworkCatalogTest, PicturesGoWithWhoAskedForThemAndBeyondTheLimit) {
     catalog("c")->requestImage([&](const Image& image) { kept = image.source(); });
     settle();
     constexpr double side = 1500;  // nine megabytes each
+    ArtworkCatalog::setCacheLimit(24 << 20);
     bind(cell, "d", side);
     settle();
     bind(cell, "e", side);
@@ -131,6 +135,8 @@ TEST_F(ArtworkCatalogTest, PicturesGoWithWhoAskedForThemAndBeyondTheLimit) {
     settle();
     EXPECT_TRUE(kept.expired());
     EXPECT_TRUE(catalog("f", side)->imageAtHand());
+    ArtworkCatalog::setCacheLimit(8 << 20);
+    EXPECT_FALSE(catalog("f", side)->imageAtHand());
 }
 
 TEST_F(ArtworkCatalogTest, LoadsThatGetLostWithAMainLoopDoNotHoldUpOthers) {

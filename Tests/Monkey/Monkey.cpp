@@ -142,8 +142,8 @@ Monkey::Json Monkey::chosenSetting() {
         case 1:
             return set("groupByAlbumArtist", below(2) == 0);
         case 2: {
-            std::vector<std::string> tabs = {"songs", "artists", "albums",    "playlists",
-                                             "radio", "genres",  "composers", "brivomix"};
+            std::vector<std::string> tabs = {"songs",      "artists",  "albums", "playlists", "compilations",
+                                             "audiobooks", "brivomix", "radio",  "genres",    "composers"};
             std::shuffle(tabs.begin(), tabs.end(), _random);
             tabs.resize(below(static_cast<unsigned>(tabs.size()) + 1));
             return set("tabs", tabs);

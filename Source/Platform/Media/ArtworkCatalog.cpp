@@ -120,6 +120,8 @@ bool ArtworkCatalog::isVisuallyIdenticalTo(const ArtworkCatalog& other) const {
 
 void ArtworkCatalog::evictAll() { ArtworkStore::shared().evictAll(); }
 
+void ArtworkCatalog::setCacheLimit(std::size_t bytes) { ArtworkStore::shared().setByteLimit(bytes); }
+
 ArtworkKey ArtworkCatalog::cacheKey() const {
     return {_library, _requestingContext, _cacheIdentifier, _token, _fittingSize, _destinationScale};
 }

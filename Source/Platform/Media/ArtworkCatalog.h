@@ -49,6 +49,8 @@ public:
     bool isVisuallyIdenticalTo(const ArtworkCatalog& other) const;
     /** Frees every cached picture. */
     static void evictAll();
+    /** How many bytes all cached pictures together may take; 32 MB unless set. Those used longest ago go. */
+    static void setCacheLimit(std::size_t bytes);
 
 private:
     ArtworkKey cacheKey() const;

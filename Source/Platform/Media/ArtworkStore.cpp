@@ -149,7 +149,16 @@ void ArtworkStore::keep(const ArtworkKey& key, const Image& image, std::uint64_t
     _entries.push_front({key, image, cost, generation});
     _index.emplace(key, _entries.begin());
     _cost += cost;
-    while (_cost > byteLimit) remove(std::prev(_entries.end()));
+    keepWithinLimit();
+}
+
+void ArtworkStore::setByteLimit(std::size_t bytes) {
+    _byteLimit = bytes;
+    keepWithinLimit();
+}
+
+void ArtworkStore::keepWithinLimit() {
+    while (_cost > _byteLimit) remove(std::prev(_entries.end()));
 }
 
 void ArtworkStore::remove(Entries::iterator entry) {

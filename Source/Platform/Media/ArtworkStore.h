@@ -35,7 +35,6 @@ struct ArtworkKey {
    Main thread. */
 class ArtworkStore {
 public:
-    static constexpr std::size_t byteLimit = 24 * 1024 * 1024;
     /** More would only make the pictures of the rows on screen wait for those that follow. */
     static constexpr std::size_t loadsAtOnce = 3;
 
@@ -55,6 +54,7 @@ public:
     /** Loads the picture, or joins those who already wait for it. */
     void load(const ArtworkKey& key, Waiter waiter);
     void evictAll();
+    void setByteLimit(std::size_t bytes);
 
 private:
     struct Entry {
@@ -81,7 +81,9 @@ private:
     void remove(Entries::iterator entry);
     /** Looks through many entries only when there are twice as many as the last time. */
     void dropWhatIsOver();
+    void keepWithinLimit();
 
+    std::size_t _byteLimit = 32 * 1024 * 1024;
     Entries _entries;  // used last first
     std::map<ArtworkKey, Entries::iterator> _index;
     std::size_t _cost = 0, _sizeToLookThrough = 0;

@@ -1,25 +1,25 @@
-#include "Benchmarks/MillionSongsLibrary.h"
+#include "Tools/LargeLibrary/LargeLibrary.h"
 
 #include <cstdio>
+#include <stdexcept>
 #include <vector>
 
-#include "Benchmarks/GeneratedMusic.h"
 #include "Host/Library/Database.h"
 #include "Host/Library/Schema.h"
 #include "Host/Library/SortKey.h"
 #include "Host/Library/TrackStore.h"
+#include "Tools/LargeLibrary/GeneratedMusic.h"
+#include "Tools/LargeLibrary/LargePlaylists.h"
 
-namespace helmo::benchmarks {
+namespace helmo::large {
 
 namespace fs = std::filesystem;
 
 namespace {
 
-constexpr int trackCount = 1'000'000;
-constexpr int tracksPerFolder = 1'000;
-constexpr const char* fileName = "library.sqlite";
+constexpr std::int64_t tracksPerFolder = 1'000;
 /** To be changed with what is generated. */
-constexpr const char* generation = "songs 2";
+constexpr const char* generation = "library 1";
 
 struct Made {
     std::string name, sql;
@@ -35,27 +35,38 @@ std::vector<Made> madeBy(Database& database, const std::string& kind) {
 }
 
 /** Tells libraries of one making from others. */
-std::string stampOf(Database& database) {
+std::string stampOf(Database& database, const LargeLibrarySize& size) {
     std::string text = generation + SortKey().stamp();
+    for (const auto number : {size.tracks, size.playlists, size.longestPlaylist})
+        text += ' ' + std::to_string(number);
     for (const char* kind : {"table", "index", "trigger"})
         for (const auto& [name, sql] : madeBy(database, kind)) text += sql;
     return std::to_string(std::hash<std::string>()(text));
 }
 
-void storeTracks(Database& database) {
-    const SortKey sortKey;
+void storeTracks(Database& database, const SortKey& sortKey, std::int64_t count) {
     TrackCache cache;
     Transaction transaction(database);
     TrackStore store(database, sortKey, cache);
     store.renewSortKeys();
     GeneratedMusic music;
-    for (int at = 0; at < trackCount; ++at) {
+    for (std::int64_t at = 0; at < count; ++at) {
         const MusicFile file{"/generated/" + std::to_string(at / tracksPerFolder),
                              std::to_string(at) + ".flac", at, at};
         store.store(file, music.next(), {.track = 0, .mayHaveMoved = false});
-        if (at % 100'000 == 0) std::fprintf(stderr, "generating songs: %d of %d\n", at, trackCount);
+        if (at % 100'000 == 0)
+            std::fprintf(stderr, "generating songs: %lld of %lld\n", static_cast<long long>(at),
+                         static_cast<long long>(count));
     }
     store.commit(transaction);
+}
+
+/** What is drawn or told by the clock when a library is scanned comes from the row's number here. */
+void makeRepeatable(Database& database) {
+    for (const char* table : {"track", "collection"})
+        database.execute(std::string("UPDATE ") + table +
+                         " SET pid = ((id * 2654435761) % 4294967296) * 2147483648 + id");
+    database.execute("UPDATE track SET date_added = 1500000000 + id");
 }
 
 /** A scan finds none of the files: it must not hide the tracks, nor look through the whole file for damage.
@@ -69,28 +80,40 @@ void keepFromScans(Database& database) {
         "INSERT OR REPLACE INTO meta VALUES ('checked', '99999999999')");
 }
 
-void generate(Database& database) {
+void generate(Database& database, const LargeLibrarySize& size) {
+    const SortKey sortKey;
     database.execute("PRAGMA synchronous = OFF; PRAGMA cache_size = -400000");
     const auto indexes = madeBy(database, "index");
     for (const auto& [name, sql] : indexes) database.execute("DROP INDEX " + name);
-    storeTracks(database);
+    storeTracks(database, sortKey, size.tracks);
+    makeRepeatable(database);
     for (const auto& [name, sql] : indexes) database.execute(sql);
+    makeLargePlaylists(database, sortKey, size);
     keepFromScans(database);
     database.execute("PRAGMA wal_checkpoint(TRUNCATE)");
 }
 
 }  // namespace
 
-fs::path millionSongsFolder() {
-    const fs::path cache = HELMO_BENCHMARK_DATA, fresh = cache / "unfinished";
+void makeLargeLibrary(const fs::path& folder, const LargeLibrarySize& size) {
+    const auto file = databaseIn(folder);
+    if (fs::exists(file)) throw std::runtime_error(file.string() + " exists already");
+    fs::create_directories(folder);
+    Database database(file, Database::Access::ReadWrite);
+    Schema::prepare(database);
+    generate(database, size);
+}
+
+fs::path cachedLargeLibrary(const fs::path& cache, const LargeLibrarySize& size) {
+    const fs::path fresh = cache / "unfinished";
     fs::remove_all(fresh);
     fs::create_directories(fresh);
     std::string stamp;
     {
-        Database database(fresh / fileName, Database::Access::ReadWrite);
+        Database database(databaseIn(fresh), Database::Access::ReadWrite);
         Schema::prepare(database);
-        stamp = stampOf(database);
-        if (!fs::exists(cache / stamp)) generate(database);
+        stamp = stampOf(database, size);
+        if (!fs::exists(cache / stamp)) generate(database, size);
     }
     if (fs::exists(cache / stamp))
         fs::remove_all(fresh);
@@ -99,6 +122,4 @@ fs::path millionSongsFolder() {
     return cache / stamp;
 }
 
-fs::path millionSongsDatabase() { return millionSongsFolder() / fileName; }
-
-}  // namespace helmo::benchmarks
+}  // namespace helmo::large

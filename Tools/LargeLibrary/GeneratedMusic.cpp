@@ -1,10 +1,10 @@
-#include "Benchmarks/GeneratedMusic.h"
+#include "Tools/LargeLibrary/GeneratedMusic.h"
 
 #include <array>
 #include <cmath>
 #include <vector>
 
-namespace helmo::benchmarks {
+namespace helmo::large {
 
 /** Common words first: they are taken most often. Rarer words are put together from syllables. */
 struct GeneratedMusic::Language {
@@ -17,7 +17,10 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-constexpr std::size_t artistCount = 25'000;
+/** Some of them never come up. */
+constexpr std::size_t artistCount = 32'000;
+/** One album of so many is one. */
+constexpr std::size_t compilations = 40, audiobooks = 200;
 
 }  // namespace
 
@@ -90,19 +93,29 @@ std::string GeneratedMusic::artistNamed(std::uint32_t number) {
     return number % 4 == 0 ? "The " + name : name + ' ' + std::to_string(number % 97);
 }
 
+std::string GeneratedMusic::someArtist() {
+    return artistNamed(static_cast<std::uint32_t>(commonly(artistCount)));
+}
+
 void GeneratedMusic::startAlbum() {
-    static const std::array genres{"Rock",  "Pop",   "Jazz",    "Classical", "Electronic", "Hip-Hop",
-                                   "Metal", "Blues", "Country", "Folk",      "Soundtrack", "Reggae"};
+    static const std::array genres{"Rock",        "Pop",   "Jazz",    "Classical", "Electronic", "Hip-Hop",
+                                   "Metal",       "Blues", "Country", "Folk",      "Soundtrack", "Reggae",
+                                   "Alternative", "Punk",  "Soul",    "Funk",      "Latin",      "World",
+                                   "Ambient",     "House", "Techno",  "Chanson",   "Schlager",   "J-Pop"};
     _language = &someLanguage();
     _album = {};
-    _album.artist = artistNamed(static_cast<std::uint32_t>(commonly(artistCount)));
+    _album.artist = someArtist();
     _album.albumTitle = words(*_language, 3);
     _album.genre = genres[commonly(genres.size())];
     _album.year = 1960 + static_cast<int>(evenly(65));
-    _album.trackCount = 8 + static_cast<int>(evenly(9));
+    _album.trackCount = 8 + static_cast<int>(evenly(10));
     _album.discNumber = 1;
     _album.picture = evenly(10) < 8 ? static_cast<std::int64_t>(_random()) + 1 : 0;
-    if (evenly(5) == 0) _album.composer = artistNamed(static_cast<std::uint32_t>(evenly(artistCount)));
+    if (evenly(5) == 0) _album.composer = someArtist();
+    _album.isCompilation = evenly(compilations) == 0;
+    if (evenly(audiobooks) != 0) return;
+    _album.mediaType = zornic::MediaType::Audiobook;
+    _album.genre = "Audiobook";
 }
 
 TrackTags GeneratedMusic::next() {
@@ -112,8 +125,9 @@ TrackTags GeneratedMusic::next() {
     track.title = words(*_language, 4);
     if (evenly(20) == 0) track.title += " (Live)";
     if (evenly(30) == 0) track.title = "Track " + std::to_string(track.trackNumber);
+    if (track.isCompilation) track.artist = someArtist();
     track.duration = 120 + static_cast<double>(evenly(240));
     return track;
 }
 
-}  // namespace helmo::benchmarks
+}  // namespace helmo::large
