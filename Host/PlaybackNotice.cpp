@@ -16,9 +16,13 @@ void PlaybackNotice::didMake() {
 }
 
 void PlaybackNotice::note(const Notification& failure) {
-    logLine("not played: " + valueForKey(failure.userInfo, "reason").asText());
     const auto item = std::dynamic_pointer_cast<AVItem>(valueForKey(failure.userInfo, "item").asObject());
-    if (_failures++ == 0) _firstTitle = item ? item->mainTitle() : std::string();
+    const std::string title = item ? item->mainTitle() : std::string();
+    // By then it has no file that the reason could name.
+    const bool hasLeft = item && item->location().empty();
+    logLine("not played: " + (hasLeft ? title + ": no longer in the library"
+                                      : valueForKey(failure.userInfo, "reason").asText()));
+    if (_failures++ == 0) _firstTitle = title;
     _notices->tell("playback", [weakSelf = weak(this)] {
         const auto self = weakSelf.lock();
         return self ? self->takeText() : HostNotices::Text();

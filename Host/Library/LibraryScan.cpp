@@ -226,10 +226,12 @@ void LibraryScan::hideWhatIsGone() {
 
 /** Those elsewhere are there still, and may name what was found. */
 void LibraryScan::addOtherPlaylists() {
-    const auto known = _library.readers()->read(KnownPlaylists(), PlaylistStore::known);
-    for (const auto& [path, playlist] : known)
-        if (playlist.isPresent && !playlist.isFolder && !_scope.contains(std::filesystem::path(path).parent_path()))
-            _playlists.insert(path);
+    const KnownPlaylists known = _library.readers()->read(
+        KnownPlaylists(), [](Database& database) { return PlaylistStore::known(database); });
+    for (const auto& [path, playlist] : known) {
+        const bool isThere = playlist.isPresent && !playlist.isFolder;
+        if (isThere && !_scope.contains(std::filesystem::path(path).parent_path())) _playlists.insert(path);
+    }
 }
 
 void LibraryScan::scanPlaylists() {

@@ -81,9 +81,11 @@ protected:
         EXPECT_EQ(player()["state"], "playing") << "it is played to its end";
         advance(20);
         EXPECT_EQ(player()["item"]["title"], "Three") << "it was made ready before";
-        advance(20);
         EXPECT_TRUE(isOnDisplay("Song skipped"));
         EXPECT_TRUE(isOnDisplay("“Four” can’t be played."));
+        EXPECT_THAT(_helmo->log(), Contains("not played: Four: no longer in the library"));
+        advance(20);
+        EXPECT_EQ(player()["state"], "stopped");
         advance(8);
 
         plugIn();
