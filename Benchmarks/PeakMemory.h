@@ -1,13 +1,12 @@
 #pragma once
 
-#include <filesystem>
 #include <string>
 #include <vector>
 
 namespace helmo::benchmarks {
 
-/** Runs a program to its end, with a file as its input and without output, and returns the most memory that
-   it had at any time. Throws when it can't be run or fails. */
-double peakMegabytes(std::vector<std::string> commandLine, const std::filesystem::path& input);
+/** Runs a program that answers each line of its input by one of output, says `line` to it, and returns the
+   megabytes that it had at most until it has answered. Throws when it can't be run or doesn't answer. */
+double peakMegabytes(std::vector<std::string> commandLine, const std::string& line);
 
 }  // namespace helmo::benchmarks

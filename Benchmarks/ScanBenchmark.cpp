@@ -160,9 +160,8 @@ Figure rateFigure(const char* name, std::size_t count, const Pair& taken) {
 /** The most memory that helmo has at any time while it fills its library, its first screen there. */
 double peakMegabytesOfScan(const std::filesystem::path& music) {
     const TemporaryFolder folder;
-    const auto commands = folder.path() / "commands";
-    std::ofstream(commands) << R"({"do":"screens"})" << '\n';
-    return peakMegabytes({HELMO_PROGRAM, "--headless", "--data", folder.path(), "--music", music}, commands);
+    return peakMegabytes({HELMO_PROGRAM, "--headless", "--data", folder.path(), "--music", music},
+                         R"({"do":"screens"})");
 }
 
 }  // namespace

@@ -22,8 +22,9 @@ struct CountedKey {
 constexpr std::array countedKeys{CountedKey{Order::Name, "sort_key", "1"},
                                  CountedKey{Order::Owner, "owner_key", "kind = 1"}};
 
+/** The beginning of a key; SQLite has none of an empty one. */
 std::string first(const std::string& key) {
-    return "substr(" + key + ", 1, " + std::to_string(Schema::countedBytes) + ")";
+    return "COALESCE(substr(" + key + ", 1, " + std::to_string(Schema::countedBytes) + "), x'')";
 }
 
 /** The bits of all media types of a collection's tracks. */
