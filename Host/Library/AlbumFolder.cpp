@@ -10,16 +10,15 @@ AlbumFolder AlbumFolder::of(const std::filesystem::path& folder) {
     return {name.album.empty() ? folder.parent_path() : folder.parent_path() / name.album, name.disc};
 }
 
-void completeDisc(TrackTags& tags, const std::filesystem::path& folder, const std::filesystem::path& root) {
+void completeDisc(TrackTags& tags, int discOfFolder) {
     if (DiscName title = DiscName::ofTitle(tags.albumTitle); title.disc != 0) {
         tags.albumTitle = std::move(title.album);
         if (const DiscName sorted = DiscName::ofTitle(tags.sortAlbumTitle); sorted.disc != 0)
             tags.sortAlbumTitle = sorted.album;
         if (tags.discNumber == 0) tags.discNumber = title.disc;
     }
-    if (folder == root) return;
     const bool saysNothing = tags.discNumber == 0 || (tags.discNumber == 1 && tags.discCount <= 1);
-    if (const int disc = AlbumFolder::of(folder).disc; disc != 0 && saysNothing) tags.discNumber = disc;
+    if (discOfFolder != 0 && saysNothing) tags.discNumber = discOfFolder;
 }
 
 }  // namespace helmo

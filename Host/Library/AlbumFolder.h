@@ -18,8 +18,7 @@ struct AlbumFolder {
 
 /** Settles what disc a file is of. What its title has in brackets goes, "Nightfall (Disc 1)" being an album
    of several discs. The number of a disc's folder counts where the tags name none, or the first disc, as
-   programs write that copied each disc as if it were the only one. `root`: the music folder, which is no
-   disc's whatever it is called. */
-void completeDisc(TrackTags& tags, const std::filesystem::path& folder, const std::filesystem::path& root);
+   programs write that copied each disc as if it were the only one. `discOfFolder`: 0 without one. */
+void completeDisc(TrackTags& tags, int discOfFolder);
 
 }  // namespace helmo

@@ -49,9 +49,9 @@ struct AlbumGroups::Member : Newcomer {
     bool isCompilation = false;
     std::string albumKey, ownerKey;
 
-    static Member of(const Newcomer& newcomer) {
+    static Member of(Newcomer&& newcomer) {
         Member member;
-        static_cast<Newcomer&>(member) = newcomer;
+        static_cast<Newcomer&>(member) = std::move(newcomer);
         return member;
     }
     static Member of(const Statement& row, std::int64_t place) {
@@ -105,7 +105,7 @@ AlbumGroups::Rows AlbumGroups::alone(const AlbumFile& file, const Title& title, 
 }
 
 std::vector<AlbumGroups::Rows> AlbumGroups::settle(const Key& key, const Title& title,
-                                                   const std::vector<Newcomer>& newcomers) {
+                                                   std::vector<Newcomer> newcomers) {
     const auto albums = albumsOf(key);
     auto found = members(key, albums);
     if (!found || found->size() + newcomers.size() > mostMembers) {
@@ -120,9 +120,9 @@ std::vector<AlbumGroups::Rows> AlbumGroups::settle(const Key& key, const Title& 
         return std::ranges::find(newcomers, member.track, &Newcomer::track) != newcomers.end();
     });
     Members all;
-    for (const Newcomer& newcomer : newcomers) all.push_back(Member::of(newcomer));
+    for (Newcomer& newcomer : newcomers) all.push_back(Member::of(std::move(newcomer)));
     std::ranges::move(*found, std::back_inserter(all));
-    auto rows = decide(key, title, all);
+    auto rows = decide(key, title, all, albums);
     rows.resize(newcomers.size());
     return rows;
 }
@@ -139,7 +139,7 @@ void AlbumGroups::settleAgain(const Key& key, const std::set<std::int64_t>& retu
     if (all->empty() || all->size() > mostMembers) return;
     auto name =
         _database.prepare({"SELECT name, sort_name FROM collection WHERE id = ?", {all->front().album}});
-    if (name.step()) decide(key, {name.text(0), name.text(1)}, *all);
+    if (name.step()) decide(key, {name.text(0), name.text(1)}, *all, albums);
 }
 
 std::optional<std::pair<AlbumGroups::Key, std::int64_t>> AlbumGroups::whereIs(std::int64_t track) {
@@ -188,19 +188,20 @@ std::optional<AlbumGroups::Members> AlbumGroups::members(const Key& key,
 }
 
 /** The rows of all members, in their order. */
-std::vector<AlbumGroups::Rows> AlbumGroups::decide(const Key& key, const Title& title, Members& members) {
+std::vector<AlbumGroups::Rows> AlbumGroups::decide(const Key& key, const Title& title, Members& members,
+                                                   std::vector<std::int64_t> albums) {
     std::vector<std::size_t> order(members.size());
     std::iota(order.begin(), order.end(), 0u);
     std::ranges::stable_sort(order, [&](std::size_t a, std::size_t b) { return members[a] < members[b]; });
     std::vector<AlbumFile> files;
     Members sorted;
     for (const std::size_t at : order) {
-        files.push_back(members[at].file);
+        files.push_back(std::move(members[at].file));
         sorted.push_back(std::move(members[at]));
     }
     const AlbumDecision decision = AlbumDecision::of(files);
-    const std::vector<Rows> rows = rowsOf(key, title, decision, sorted);
-    keep(key, rows, albumsOf(key));
+    const std::vector<Rows> rows = rowsOf(key, title, decision, sorted, albums);
+    keep(key, rows, albums);
     std::vector<Rows> result(members.size());
     bool hasNew = false;
     for (std::size_t at = 0; at < order.size(); ++at) {
@@ -214,7 +215,8 @@ std::vector<AlbumGroups::Rows> AlbumGroups::decide(const Key& key, const Title& 
 }
 
 std::vector<AlbumGroups::Rows> AlbumGroups::rowsOf(const Key& key, const Title& title,
-                                                   const AlbumDecision& decision, const Members& members) {
+                                                   const AlbumDecision& decision, const Members& members,
+                                                   std::vector<std::int64_t>& albums) {
     std::vector<Rows> rows;
     std::vector<CollectionRows::Album> wanted;
     std::set<std::int64_t> used;
@@ -228,8 +230,9 @@ std::vector<AlbumGroups::Rows> AlbumGroups::rowsOf(const Key& key, const Title& 
     for (std::size_t at = 0; at < rows.size(); ++at) {
         if (rows[at].album.id != 0) continue;
         const std::int64_t old = freeAlbum(key, decision, at, members, used);
-        rows[at].album = old != 0 ? _rows.takeOver(old, wanted[at]) : _rows.album(wanted[at]);
+        rows[at].album = old != 0 ? _rows.takeOver(old, wanted[at]) : _rows.addAlbum(wanted[at]);
         if (old != 0) _database.run({"DELETE FROM album_of_place WHERE album_id = ?", {old}});
+        std::erase(albums, old);
         used.insert(rows[at].album.id);
     }
     return rows;

@@ -52,7 +52,7 @@ public:
     /** The albums of files that come into a group; the tracks that are there are changed where that makes
        them another's. An album of which all tracks come here stays the same, whoever's and whatever called
        it is now. */
-    std::vector<Rows> settle(const Key& key, const Title& title, const std::vector<Newcomer>& newcomers);
+    std::vector<Rows> settle(const Key& key, const Title& title, std::vector<Newcomer> newcomers);
     /** Decides anew, after tracks went, with those that came back. */
     void settleAgain(const Key& key, const std::set<std::int64_t>& returned);
     /** Where a track is, and the album it is in now. */
@@ -69,9 +69,10 @@ private:
     std::vector<std::int64_t> albumsOf(const Key& key);
     /** None when it is too many to be an album. */
     std::optional<Members> members(const Key& key, const std::vector<std::int64_t>& albums);
-    std::vector<Rows> decide(const Key& key, const Title& title, Members& members);
+    std::vector<Rows> decide(const Key& key, const Title& title, Members& members,
+                             std::vector<std::int64_t> albums);
     std::vector<Rows> rowsOf(const Key& key, const Title& title, const AlbumDecision& decision,
-                             const Members& members);
+                             const Members& members, std::vector<std::int64_t>& albums);
     std::int64_t freeAlbum(const Key& key, const AlbumDecision& decision, std::size_t album,
                            const Members& members, const std::set<std::int64_t>& used);
     bool isLeft(std::int64_t album, const Key& key, const Members& members);

@@ -42,11 +42,16 @@ const CollectionRows::Row& CollectionRows::row(std::int64_t kind, const std::str
     return _cache.collections.emplace(_key, std::move(*found)).first->second;
 }
 
-const CollectionRows::Row& CollectionRows::album(const Album& album) {
+CollectionRows::Row CollectionRows::album(const Album& album) {
     auto known = knownAlbum(album);
-    if (!known) known = insert(albumKind, foldedAlbum(album), album.owner, album.title, album.sortTitle);
+    return known ? *std::move(known) : addAlbum(album);
+}
+
+CollectionRows::Row CollectionRows::addAlbum(const Album& album) {
+    const Row row = insert(albumKind, foldedAlbum(album), album.owner, album.title, album.sortTitle);
     keyOf(_key, albumKind, album.title, album.sortTitle, album.owner.id, album.place);
-    return _cache.collections.emplace(_key, std::move(*known)).first->second;
+    _cache.collections.insert_or_assign(_key, row);
+    return row;
 }
 
 std::optional<CollectionRows::Row> CollectionRows::knownAlbum(const Album& album) {

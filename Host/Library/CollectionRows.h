@@ -29,8 +29,10 @@ public:
 
     /** The row of that name, made when it is new. */
     const Row& row(std::int64_t kind, const std::string& name, const std::string& sortName);
-    const Row& album(const Album& album);
+    Row album(const Album& album);
     std::optional<Row> knownAlbum(const Album& album);
+    /** Makes the row of an album that isn't known. */
+    Row addAlbum(const Album& album);
     /** Makes the row of another album this one's: it keeps its persistent ID. */
     Row takeOver(std::int64_t row, const Album& album);
 

@@ -93,8 +93,10 @@ void LibraryScan::scanFolder(FolderContents& contents, const std::filesystem::pa
         return;
     }
     if (known->id != 0) _folders[known->id] = contents.medium;
+    // A music folder is no disc's, whatever it is called.
+    const int disc = contents.path == root ? 0 : AlbumFolder::of(contents.path).disc;
     const auto folder =
-        std::make_shared<const ScannedFolder>(ScannedFolder{contents.path, root, contents.medium});
+        std::make_shared<const ScannedFolder>(ScannedFolder{contents.path, root, contents.medium, disc});
     comparePicture(contents, *known, folder);
     FolderComparison comparison(contents.music, *known);
     for (auto& presence : comparison.presences) _batch.presences.push_back(presence);
@@ -151,7 +153,7 @@ void LibraryScan::takeReading(ScanBatch::File file) {
     if (reading.isTrack) {
         const auto path = folder.path / file.file.name;
         if (reading.tags.title.empty()) completeFromFileName(reading.tags, path, folder.root);
-        completeDisc(reading.tags, folder.path, folder.root);
+        completeDisc(reading.tags, folder.disc);
         MediaKind::decide(reading.tags, path, folder.root);
     }
     ++_progress.read;

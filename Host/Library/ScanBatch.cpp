@@ -11,15 +11,19 @@ std::vector<std::pair<std::int64_t, std::size_t>> ScanBatch::store(TrackStore& s
         store.setFolderPicture(row, picture.fileName, picture.stamp);
     }
     const ScannedFolder* last = nullptr;
+    std::int64_t row = 0;
     std::vector<TrackStore::NewTrack> tracks;
+    tracks.reserve(files.size());
     for (const auto& [folder, found, known, wasUnreadable, reading] : files) {
-        const MusicFile file{folder->path, found.name, found.size, found.mtime};
-        const std::int64_t row = store.folderId(folder->path);
-        if (folder.get() != last) folders.emplace_back(row, folder->medium);
-        last = folder.get();
+        if (folder.get() != last) {
+            last = folder.get();
+            row = store.folderId(folder->path);
+            folders.emplace_back(row, folder->medium);
+        }
+        MusicFile file{folder->path, found.name, found.size, found.mtime};
         if (wasUnreadable || known != 0) store.forgetUnreadable(row, found.name);
         if (reading.isTrack)
-            tracks.push_back({file, &reading.tags, {known, mayHaveMoved}});
+            tracks.push_back({std::move(file), &reading.tags, {known, mayHaveMoved}});
         else
             store.noteUnreadable(file, reading.problem);
     }

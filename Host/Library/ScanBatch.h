@@ -13,6 +13,8 @@ namespace helmo {
 struct ScannedFolder {
     std::filesystem::path path, root;
     std::size_t medium = 0;
+    /** 0 when it is none of a disc. */
+    int disc = 0;
 };
 
 /** Changes that a scan gathers, to be stored in one transaction. */

@@ -23,6 +23,18 @@ icu::UnicodeString unicode(std::string_view text) {
     return icu::UnicodeString::fromUTF8(icu::StringPiece(text.data(), static_cast<int>(text.size())));
 }
 
+/** Folded, when it is of plain letters and signs only, as most names are. */
+std::optional<std::string> foldedPlain(std::string_view name) {
+    std::string result(name);
+    for (char& c : result) {
+        if (c < ' ' || c > '~') return std::nullopt;
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c + ('a' - 'A'));
+    }
+    result.erase(result.find_last_not_of(' ') + 1);
+    result.erase(0, std::min(result.find_first_not_of(' '), result.size()));
+    return result;
+}
+
 }  // namespace
 
 struct SortKey::Collation {
@@ -70,6 +82,7 @@ std::string SortKey::make(std::string_view name, std::string_view sortName, std:
 }
 
 std::string SortKey::folded(std::string_view name) {
+    if (auto plain = foldedPlain(name)) return *std::move(plain);
     UErrorCode code = U_ZERO_ERROR;
     const auto* normalizer = icu::Normalizer2::getNFKCCasefoldInstance(code);
     if (U_FAILURE(code)) return std::string(name);

@@ -3,7 +3,6 @@
 #include <filesystem>
 
 #include "Host/Library/MediaFiles.h"
-#include "Host/Library/SortKey.h"
 
 namespace helmo::TrackIdentity {
 
@@ -24,12 +23,15 @@ std::int64_t vanished(const SqlQuery& query, Database& database, const Tracks& o
 
 std::int64_t of(const TrackTags& tags) {
     if (tags.artist.empty() && tags.albumTitle.empty()) return 0;
-    std::string text;
-    for (const std::string* name : {&tags.title, &tags.artist, &tags.albumTitle})
-        text.append(SortKey::folded(*name)).append(1, '\n');
-    text.append(std::to_string(tags.discNumber)).append(1, '\n').append(std::to_string(tags.trackNumber));
     std::uint64_t hash = 0xcbf29ce484222325u;
-    for (const char byte : text) hash = (hash ^ static_cast<unsigned char>(byte)) * 0x100000001b3u;
+    const auto add = [&hash](unsigned char byte) { hash = (hash ^ byte) * 0x100000001b3u; };
+    for (const std::string* name : {&tags.title, &tags.artist, &tags.albumTitle}) {
+        for (const char c : *name)
+            add(static_cast<unsigned char>(c >= 'A' && c <= 'Z' ? c + ('a' - 'A') : c));
+        add('\n');
+    }
+    for (const int number : {tags.discNumber, tags.trackNumber})
+        for (int shift = 0; shift < 32; shift += 8) add(static_cast<unsigned char>(number >> shift & 0xff));
     return static_cast<std::int64_t>(hash >> 1 | 1);
 }
 

@@ -12,8 +12,8 @@ namespace helmo {
 /** Knows a track again that is elsewhere now. */
 namespace TrackIdentity {
 
-/** Names a track by what its tags say: title, artist, album, disc and number, whatever the case. 0 for one of
-   which that is too little: it has neither artist nor album. */
+/** Names a track by what its tags say: title, artist, album, disc and number, whatever the case of plain
+   letters. 0 for one of which that is too little: it has neither artist nor album. */
 std::int64_t of(const TrackTags& tags);
 
 /** Tracks that other files are already. */

@@ -161,6 +161,17 @@ std::vector<std::int64_t> TrackStore::knownTracks(const std::vector<NewTrack>& t
     return known;
 }
 
+AlbumGroups::Newcomer TrackStore::newcomerOf(const TrackTags& tags, std::int64_t track,
+                                             const AlbumGroups::Key& key) {
+    AlbumGroups::Newcomer newcomer{AlbumGroups::fileOf(tags), track};
+    if (const auto old = track != 0 ? _albums.whereIs(track) : std::nullopt) {
+        newcomer.place = old->first.place;
+        newcomer.album = old->second;
+        if (old->first != key && !old->first.folded.empty()) _unsettled[old->first];
+    }
+    return newcomer;
+}
+
 std::vector<AlbumGroups::Rows> TrackStore::albumsOf(const std::vector<NewTrack>& tracks,
                                                     const std::vector<std::int64_t>& known) {
     struct Group {
@@ -170,26 +181,24 @@ std::vector<AlbumGroups::Rows> TrackStore::albumsOf(const std::vector<NewTrack>&
     };
     std::map<AlbumGroups::Key, Group> groups;
     std::vector<AlbumGroups::Rows> albums(tracks.size());
+    AlbumGroups::Key key;
     for (std::size_t at = 0; at < tracks.size(); ++at) {
         const TrackTags& tags = *tracks[at].tags;
-        const AlbumGroups::Key key{placeId(tracks[at].file.folder), SortKey::folded(tags.albumTitle)};
-        AlbumGroups::Newcomer newcomer{AlbumGroups::fileOf(tags), known[at]};
-        if (const auto old = known[at] != 0 ? _albums.whereIs(known[at]) : std::nullopt) {
-            newcomer.place = old->first.place;
-            newcomer.album = old->second;
-            if (old->first != key && !old->first.folded.empty()) _unsettled[old->first];
-        }
+        const bool isAsBefore = at > 0 && tags.albumTitle == tracks[at - 1].tags->albumTitle &&
+                                tracks[at].file.folder.native() == tracks[at - 1].file.folder.native();
+        if (!isAsBefore) key = {placeId(tracks[at].file.folder), SortKey::folded(tags.albumTitle)};
+        AlbumGroups::Newcomer newcomer = newcomerOf(tags, known[at], key);
         if (key.folded.empty()) {
             albums[at] = _albums.alone(newcomer.file, {}, key.place);
             continue;
         }
         Group& group = groups[key];
-        if (group.title.name.empty()) group.title = {tags.albumTitle, tags.sortAlbumTitle};
+        if (group.tracks.empty()) group.title = {tags.albumTitle, tags.sortAlbumTitle};
         group.newcomers.push_back(std::move(newcomer));
         group.tracks.push_back(at);
     }
-    for (const auto& [key, group] : groups) {
-        auto rows = _albums.settle(key, group.title, group.newcomers);
+    for (auto& [place, group] : groups) {
+        auto rows = _albums.settle(place, group.title, std::move(group.newcomers));
         for (std::size_t at = 0; at < rows.size(); ++at) albums[group.tracks[at]] = std::move(rows[at]);
     }
     return albums;

@@ -120,6 +120,7 @@ private:
     std::int64_t placeId(const std::filesystem::path& folder);
     std::vector<std::int64_t> knownTracks(const std::vector<NewTrack>& tracks);
     std::int64_t knownTrack(const MusicFile& file, const Place& place);
+    AlbumGroups::Newcomer newcomerOf(const TrackTags& tags, std::int64_t track, const AlbumGroups::Key& key);
     std::vector<AlbumGroups::Rows> albumsOf(const std::vector<NewTrack>& tracks,
                                             const std::vector<std::int64_t>& known);
     void storeRow(const MusicFile& file, const TrackTags& tags, std::int64_t track,
