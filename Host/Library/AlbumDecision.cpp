@@ -132,8 +132,8 @@ private:
         for (const auto& [lead, own] : byLead) {
             if (_files.size() == own.size() || isTaggedArtist(lead) || !hasOwnAlbum(own, lead)) continue;
             put(own, ownerOf(own));
-            std::erase_if(files,
-                          [&own = own](std::size_t file) { return std::ranges::binary_search(own, file); });
+            std::erase_if(
+                files, [&taken = own](std::size_t file) { return std::ranges::binary_search(taken, file); });
         }
     }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 
 #include <unicode/coll.h>
 #include <unicode/normalizer2.h>

@@ -129,7 +129,6 @@ TEST_P(LibraryWalkTest, EveryCategoryLeadsToItsSongs) {
     expectList("First", {"Dawn", "Dusk"});
     play("Dawn", "Dawn", 2);
     leave();
-    EXPECT_EQ(row("First")["playing"], true);
 
     choose("Songs");
     expectList("Songs", {"Shuffle", "Ash", "Dawn", "Dusk", "Elm", "Noon", "Rain"});
@@ -158,7 +157,8 @@ TEST_P(LibraryWalkTest, EveryCategoryLeadsToItsSongs) {
     choose("Genres");
     expectList("Genres", {"Folk", "Jazz", "Pop"});
     choose("Folk");
-    expectList("Folk", {"Shuffle", "Ann", "Cora"});
+    EXPECT_TRUE(isOnDisplay("Folk")) << "in the bar, for the list is every artist's";
+    expectList("", {"Shuffle", "Ann", "Cora"});
     choose("Cora");
     expectList("Cora", {"Ash"});
     leave();
