@@ -48,12 +48,13 @@ const char* accessoryName(const TableViewCell& cell) {
     return cell.accessoryType() == TableViewCellAccessory::DisclosureIndicator ? "disclosure" : "none";
 }
 
-/** Whether the row shows a picture from the music. */
+/** Whether the row shows a picture, and no placeholder. */
 bool showsArtwork(TableViewCell& cell) {
     const auto* const row = dynamic_cast<const ZRNTableViewCell*>(&cell);
     const auto art = row ? row->artworkImageView() : ZRN_OLD_TableViewController::albumArtViewOfCell(cell);
-    // A named image is one of the library's placeholders; a mix without any cover has one of no height.
-    return art && art->image() && art->image().name().empty() && !art->image().size().empty();
+    // A mix without any cover has a picture of no height.
+    return art && art->image() && !art->image().size().empty() &&
+           !art->image().name().starts_with("HelmoAlbumProxyArt");
 }
 
 json describedRow(TableViewCell& cell) {
