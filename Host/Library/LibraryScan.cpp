@@ -9,6 +9,7 @@
 #include "Host/Library/PictureFinder.h"
 #include "Host/Library/PlaylistScan.h"
 #include "Host/Library/Schema.h"
+#include "Host/Library/SortNames.h"
 #include "Host/Log.h"
 
 namespace helmo {
@@ -155,6 +156,7 @@ void LibraryScan::takeReading(ScanBatch::File file) {
         if (reading.tags.title.empty()) completeFromFileName(reading.tags, path, folder.root);
         completeDisc(reading.tags, folder.disc);
         MediaKind::decide(reading.tags, path, folder.root);
+        completeSortNames(reading.tags);
     }
     ++_progress.read;
     if (_batch.files.empty()) _batchBegan = Clock::now();

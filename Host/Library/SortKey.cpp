@@ -71,9 +71,8 @@ SortKey::SortKey(std::string language)
 
 SortKey::~SortKey() = default;
 
-std::string SortKey::make(std::string_view name, std::string_view sortName, std::string_view language) const {
-    const std::string text = sortName.empty() ? withoutArticle(name, language.empty() ? _language : language)
-                                              : std::string(sortName);
+std::string SortKey::make(std::string_view name, std::string_view sortName) const {
+    const std::string text = sortName.empty() ? withoutArticle(name, _language) : std::string(sortName);
     if (text.empty()) return IndexTitles::otherSection() + hasNone;
     std::string bytes = _collation->bytes(unicode(text));
     // A text of nothing but punctuation has no collation of its own.

@@ -17,10 +17,8 @@ public:
     explicit SortKey(std::string language = "en");
     ~SortKey();
 
-    /** The key of a name; `sortName`, when not empty, is what it is to be sorted as, as it stands. `language`
-       is the name's own, whose articles it begins with; empty: the driver's. */
-    std::string make(std::string_view name, std::string_view sortName = {},
-                     std::string_view language = {}) const;
+    /** The key of a name; `sortName`, when not empty, is what it is to be sorted as, as it stands. */
+    std::string make(std::string_view name, std::string_view sortName = {}) const;
     /** What keys were made with; keys of another stamp don't compare with these. */
     const std::string& stamp() const { return _stamp; }
     const IndexTitles& indexTitles() const { return _titles; }

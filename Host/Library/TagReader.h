@@ -31,6 +31,8 @@ struct TrackTags {
     std::string albumArtist, sortAlbumArtist;
     std::string composer, sortComposer;
     std::string genre;
+    /** As the file names it: "deu", "ger", "de" or "German". */
+    std::string language;
     /** As a reader fills it: what the tags say in so many words, or 0; a genre is none of them. What is
        stored is decided by `MediaKind`. */
     std::int64_t mediaType = zornic::MediaType::Music;

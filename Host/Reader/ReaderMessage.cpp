@@ -22,7 +22,7 @@ constexpr std::size_t maximumChapterTitles = 48 << 10;
 constexpr std::int64_t maximumMilliseconds = static_cast<std::int64_t>(maximumDuration) * 1000;
 constexpr std::size_t largestChapter = 2 * 6 + 2;  // two numbers and the length of a title
 static_assert(largestTagReply >
-              12 * (maximumText + 2) + 128 + maximumChapters * largestChapter + maximumChapterTitles);
+              13 * (maximumText + 2) + 128 + maximumChapters * largestChapter + maximumChapterTitles);
 
 enum class ReplyKind : std::uint8_t { Tags = 1, Picture = 2 };
 
@@ -39,7 +39,7 @@ constexpr NumberField numberFields[] = {{&TrackTags::trackNumber, maximumNumber}
 constexpr std::string TrackTags::*textFields[] = {
     &TrackTags::title,       &TrackTags::sortTitle,       &TrackTags::artist,   &TrackTags::sortArtist,
     &TrackTags::albumTitle,  &TrackTags::sortAlbumTitle,  &TrackTags::composer, &TrackTags::sortComposer,
-    &TrackTags::albumArtist, &TrackTags::sortAlbumArtist, &TrackTags::genre};
+    &TrackTags::albumArtist, &TrackTags::sortAlbumArtist, &TrackTags::genre,    &TrackTags::language};
 
 /** Dates are told in seconds since 1970: of the years 0 to 9999. */
 constexpr std::int64_t firstDate = -62'167'219'200, lastDate = 253'402'300'799;

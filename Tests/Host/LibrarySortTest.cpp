@@ -2,6 +2,7 @@
 #include <random>
 
 #include "Host/Library/Articles.h"
+#include "Host/Library/SortNames.h"
 #include "Tests/Host/LibraryFixture.h"
 
 namespace helmo {
@@ -89,8 +90,25 @@ TEST(LibraryLanguages, EachReaderFindsATitleWhereHisLanguageHasIt) {
         }
     }
     const SortKey keys("en");
-    EXPECT_EQ(keys.make("Die Brücke", {}, "de"), keys.make("Brücke")) << "a German title in an English list";
     EXPECT_EQ(keys.make("東京", "とうきょう"), keys.make("とうきょう")) << "read as its file says";
+}
+
+TEST(LibraryLanguages, ArticlesAreThoseOfTheFilesLanguageWhereItNamesOne) {
+    const auto sorted = [](const std::string& title, const std::string& language,
+                           const std::string& own = "") {
+        TrackTags tags;
+        tags.title = title;
+        tags.language = language;
+        tags.sortTitle = own;
+        completeSortNames(tags);
+        return tags.sortTitle;
+    };
+    for (const char* language : {"deu", "GER", "de-AT", "German", "Deutsch"})
+        EXPECT_EQ(sorted("Die Brücke", language), "Brücke") << language;
+    EXPECT_EQ(sorted("Die Another Day", "eng"), "");
+    EXPECT_EQ(sorted("Die Brücke", "jpn"), "");
+    EXPECT_EQ(sorted("Die Brücke", ""), "");
+    EXPECT_EQ(sorted("Die Brücke", "deu", "Bruecke"), "Bruecke") << "as the file says itself";
 }
 
 TEST_F(LibrarySort, SectionsFollowTheScriptsAndCoverTheList) {

@@ -139,7 +139,8 @@ protected:
 TEST_F(LibraryScanTest, ReadsTagsOfEveryKindOfFileAndTakesSoundWithoutAny) {
     song("wave.wav", {{"TITLE", "Wave"},
                       {"ARTIST", "Ann"},
-                      {"ALBUM", "Sun"},
+                      {"ALBUM", "Die Sonne"},
+                      {"LANGUAGE", "deu"},
                       {"TRACKNUMBER", "3/12"},
                       {"DISCNUMBER", "2/2"},
                       {"DATE", "2004-05-17"},
@@ -162,7 +163,8 @@ TEST_F(LibraryScanTest, ReadsTagsOfEveryKindOfFileAndTakesSoundWithoutAny) {
     const auto wave = named("Wave");
     EXPECT_TRUE(named("Wave")->isExplicit());
     EXPECT_FALSE(named("Flac")->isExplicit());
-    EXPECT_EQ(wave->artist() + wave->albumTitle() + wave->composer() + wave->genre(), "AnnSunBachJazz");
+    EXPECT_EQ(wave->artist() + wave->albumTitle() + wave->composer() + wave->genre(), "AnnDie SonneBachJazz");
+    EXPECT_EQ(wave->valueForProperty(Item::SortAlbumTitle), zornic::Value("Sonne")) << "as in its language";
     EXPECT_EQ(wave->albumArtist(), "");  // a compilation
     for (const auto& [property, value] : std::map<const char*, int>{{Item::AlbumTrackNumber, 3},
                                                                     {Item::AlbumTrackCount, 12},

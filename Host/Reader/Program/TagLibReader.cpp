@@ -119,6 +119,7 @@ void readNames(Properties& properties, TrackTags& tags) {
     tags.composer = properties.all("COMPOSER");
     tags.sortComposer = properties.all("COMPOSERSORT");
     tags.genre = properties.first("GENRE");
+    tags.language = properties.first("LANGUAGE");
 }
 
 /** Episodes often have the day of their release beside a mere year. */
