@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <fstream>
 #include <sys/inotify.h>
 #include <sys/stat.h>
 
@@ -38,10 +37,8 @@ FolderWatch::FolderWatch(std::vector<fs::path> roots)
 void FolderWatch::noteLimit(const std::string& limit) {
     _isFull = true;
     if (!_limitsLogged.insert(limit).second) return;
-    std::string value;
-    std::ifstream("/proc/sys/fs/inotify/" + limit) >> value;
     logLine("watch: not all music folders can be watched, the limit fs.inotify." + limit +
-            (value.empty() ? "" : " of " + value) + " is reached; changes there show up every few minutes");
+            " is reached; changes there show up every few minutes");
 }
 
 int FolderWatch::watch(const fs::path& folder, std::uint32_t events) {
