@@ -22,7 +22,11 @@ void appendScreens(ViewController& controller, json& stack) {
     if (auto* navigation = dynamic_cast<NavigationController*>(&controller)) {
         for (const auto& screen : navigation->viewControllers()) appendScreens(*screen, stack);
     } else if (auto* tabs = dynamic_cast<TabBarController*>(&controller)) {
-        if (const auto screen = tabs->selectedViewController()) appendScreens(*screen, stack);
+        const auto screen = tabs->selectedViewController();
+        const auto& more = tabs->moreNavigationController();
+        // One that the bar has no room for stands on the stack of the overflow list.
+        const bool isUnderMore = screen && screen->navigationController() == more.get();
+        if (screen) appendScreens(isUnderMore ? *more : *screen, stack);
     }
     if (const auto presented = controller.presentedViewController()) appendScreens(*presented, stack);
 }

@@ -182,6 +182,15 @@ TEST_P(LibraryWalkTest, EveryCategoryLeadsToItsSongs) {
     choose("Bach");
     expectList("Bach", {"Dawn", "Dusk"});
     leave();
+
+    // The button of what plays has taken their room in the bar.
+    choose("More");
+    choose("Audiobooks");
+    expectList("Audiobooks", {"Saga"});
+    choose("Saga");
+    expectList("Saga", {"Part 1 of 2", "Part 2 of 2"});
+    play("Part 2 of 2", "Sea", 2);
+    expectList("Saga", {"Part 1 of 2", "Part 2 of 2"});
 }
 
 INSTANTIATE_TEST_SUITE_P(Modes, LibraryWalkTest, testing::Values("touch", "lowtouch", "knob"),
