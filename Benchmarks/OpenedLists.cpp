@@ -53,13 +53,14 @@ OpenedList songs() {
 }
 
 OpenedList playlists() {
-    return {
-        "playlists",
-        "playlists",
-        ZRNPlaylistsViewControllerIdentifier,
-        {},
-        "SELECT COUNT(*) FROM playlist WHERE present = 1 AND parent_id IS NULL",
-        "SELECT name FROM playlist WHERE present = 1 AND parent_id IS NULL ORDER BY sort_key, id LIMIT ?"};
+    // Mixes that helmo made meanwhile have a tab of their own.
+    const std::string are = "FROM playlist WHERE present = 1 AND parent_id IS NULL AND is_brivo_mix = 0";
+    return {"playlists",
+            "playlists",
+            ZRNPlaylistsViewControllerIdentifier,
+            {},
+            "SELECT COUNT(*) " + are,
+            "SELECT name " + are + " ORDER BY sort_key, id LIMIT ?"};
 }
 
 OpenedList compilations() {
