@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <bit>
-#include <cctype>
 #include <cerrno>
 #include <cmath>
 #include <cstring>
@@ -29,6 +28,7 @@
 #include "Host/Reader/Program/Mp4Movie.h"
 #include "Host/Reader/Program/PictureDecoder.h"
 #include "Host/Reader/Program/Sound.h"
+#include "Host/Reader/Program/TagProperties.h"
 #include "Host/Reader/Program/TaggedChapters.h"
 #include "Host/Reader/Program/ToldKind.h"
 
@@ -36,78 +36,7 @@ namespace helmo {
 
 namespace {
 
-/** Reads properties by name, texts made fit to store, and notes what was wrong with them. */
-class Properties {
-public:
-    explicit Properties(const TagLib::PropertyMap& map) {
-        // Its own look-up copies the name and makes capitals of it, each time.
-        for (const auto& [name, values] : map)
-            if (!values.isEmpty()) _values.emplace_back(name.to8Bit(true), &values);
-    }
-
-    std::string first(std::string_view name) {
-        const auto* values = valuesOf(name);
-        return values ? clean(name, values->front()) : std::string();
-    }
-    /** Several values, as of two artists, in one text. */
-    std::string all(std::string_view name) {
-        const auto* values = valuesOf(name);
-        if (!values) return {};
-        return clean(name, values->size() == 1 ? values->front() : values->toString(", "));
-    }
-    /** A number and, behind a slash, the one of them all. */
-    std::pair<int, int> numbers(std::string_view name) {
-        const std::string text = first(name);
-        const int number = firstNumber(text);
-        if (number == 0 && !text.empty() && text.find_first_not_of("0 /") != std::string::npos)
-            note(std::string(name) + " is no number");
-        return {number, numberBehindSlash(text)};
-    }
-    /** The number under the first of several names that has one. */
-    int number(std::initializer_list<const char*> names) {
-        for (const char* name : names)
-            if (const int number = numbers(name).first) return number;
-        return 0;
-    }
-    bool isSet(std::string_view name) { return firstNumber(first(name)) == 1; }
-    /** Programs put a word of their own before some names. */
-    bool isSetWithAnyPrefix(std::string_view ending) {
-        return std::ranges::any_of(
-            _values, [&](const auto& value) { return value.first.ends_with(ending) && isSet(value.first); });
-    }
-    void note(const std::string& remark) { _remarks += (_remarks.empty() ? "" : "; ") + remark; }
-    const std::string& remarks() const { return _remarks; }
-    /** Whether a text that was asked for is there, but empty. */
-    bool hasEmpty() const { return _hasEmpty; }
-
-private:
-    const TagLib::StringList* valuesOf(std::string_view name) const {
-        const auto found = std::ranges::find(
-            _values, name, [](const auto& value) -> std::string_view { return value.first; });
-        return found == _values.end() ? nullptr : found->second;
-    }
-    std::string clean(std::string_view name, const TagLib::String& value) {
-        constexpr unsigned longest = 1024;
-        if (value.isEmpty()) _hasEmpty = true;
-        const bool isTooLong = value.size() > longest;
-        if (isTooLong) note(std::string(name) + " is cut to 1024 characters");
-        const std::string text = (isTooLong ? value.substr(0, longest) : value).to8Bit(true);
-        if (text.empty() && !value.isEmpty())
-            note(std::string(name) + " is not in the encoding that it names");
-        if (std::ranges::any_of(text, isControl)) note(std::string(name) + " holds control characters");
-        return cleanTagText(text);
-    }
-    /** Ends of lines and tabs are common, and no harm. */
-    static bool isControl(char byte) {
-        return (byte >= 0 && byte < ' ' && !std::isspace(static_cast<unsigned char>(byte))) || byte == 0x7F;
-    }
-
-    std::vector<std::pair<std::string, const TagLib::StringList*>> _values;
-    std::string _remarks;
-    bool _hasEmpty = false;
-};
-
-void readNames(Properties& properties, TrackTags& tags) {
+void readNames(TagProperties& properties, TrackTags& tags) {
     tags.title = properties.first("TITLE");
     tags.sortTitle = properties.first("TITLESORT");
     tags.artist = properties.all("ARTIST");
@@ -123,12 +52,12 @@ void readNames(Properties& properties, TrackTags& tags) {
 }
 
 /** Episodes often have the day of their release beside a mere year. */
-std::string dateOf(Properties& properties) {
+std::string dateOf(TagProperties& properties) {
     const std::string date = properties.first("DATE"), release = properties.first("RELEASEDATE");
     return parsedDate(release) && release.starts_with(date) ? release : date;
 }
 
-void readNumbers(Properties& properties, TrackTags& tags) {
+void readNumbers(TagProperties& properties, TrackTags& tags) {
     std::tie(tags.trackNumber, tags.trackCount) = properties.numbers("TRACKNUMBER");
     if (tags.trackCount == 0) tags.trackCount = properties.number({"TRACKTOTAL", "TOTALTRACKS"});
     std::tie(tags.discNumber, tags.discCount) = properties.numbers("DISCNUMBER");
@@ -147,7 +76,7 @@ bool isRatedExplicit(TagLib::MP4::File& file) {
     return rating == 1 || rating == 4;
 }
 
-void takeChapters(std::vector<FoundChapter> found, Properties& properties, TrackTags& tags) {
+void takeChapters(std::vector<FoundChapter> found, TagProperties& properties, TrackTags& tags) {
     if (found.empty()) return;
     ChapterList list(std::move(found), std::chrono::milliseconds(std::llround(tags.duration * 1000)));
     if (!list.remarks().empty()) properties.note(list.remarks());
@@ -156,7 +85,7 @@ void takeChapters(std::vector<FoundChapter> found, Properties& properties, Track
 
 /** What is in a container beside its tags. */
 void readContent(TagLib::File& file, const TagLib::PropertyMap& map, const std::filesystem::path& path,
-                 Properties& properties, TrackTags& tags) {
+                 TagProperties& properties, TrackTags& tags) {
     auto chapters = taggedChapters(file, map);
     if (auto* mp4 = dynamic_cast<TagLib::MP4::File*>(&file)) {
         if (isRatedExplicit(*mp4)) tags.isExplicit = true;
@@ -181,7 +110,7 @@ std::int64_t pictureHash(const std::string& bytes) {
     return static_cast<std::int64_t>((hash >> 1) | 1);
 }
 
-void readPicture(TagLib::File& file, Properties& properties, TrackTags& tags) {
+void readPicture(TagLib::File& file, TagProperties& properties, TrackTags& tags) {
     const EmbeddedPicture picture = embeddedPicture(file);
     if (isPictureData(picture.bytes))
         tags.picture = pictureHash(picture.bytes);
@@ -191,7 +120,7 @@ void readPicture(TagLib::File& file, Properties& properties, TrackTags& tags) {
 }
 
 /** Texts in an encoding that they don't keep to come out empty. */
-void noteUndecodedTexts(const TagLib::ID3v2::Tag& tag, Properties& properties) {
+void noteUndecodedTexts(const TagLib::ID3v2::Tag& tag, TagProperties& properties) {
     constexpr unsigned emptyText = 5;  // the encoding, its mark, the end
     for (const auto* frame : tag.frameList()) {
         const TagLib::ByteVector name = frame->frameID();
@@ -226,7 +155,7 @@ bool isFilled(TagLib::File& file, const TagLib::ID3v2::Tag& tag) {
     return file.readBlock(1).startsWith(TagLib::ByteVector(1, '\0'));
 }
 
-void noteBrokenFrames(TagLib::File& file, Properties& properties) {
+void noteBrokenFrames(TagLib::File& file, TagProperties& properties) {
     auto* mpeg = dynamic_cast<TagLib::MPEG::File*>(&file);
     if (!mpeg || !mpeg->hasID3v2Tag()) return;
     const TagLib::ID3v2::Tag& tag = *mpeg->ID3v2Tag();
@@ -242,7 +171,7 @@ TagReading readOpened(TagLib::File& file, const Sound& sound, const std::filesys
     TagReading reading;
     TrackTags& tags = reading.tags;
     const TagLib::PropertyMap map = file.properties();
-    Properties properties(map);
+    TagProperties properties(map);
     readNames(properties, tags);
     readNumbers(properties, tags);
     tags.mediaType = toldKind(file, map);
@@ -295,7 +224,7 @@ TagReading readMatroska(const std::filesystem::path& file) {
                    TagLib::StringList(TagLib::String(value, TagLib::String::UTF8)));
     TagReading reading;
     TrackTags& tags = reading.tags;
-    Properties properties(map);
+    TagProperties properties(map);
     readNames(properties, tags);
     readNumbers(properties, tags);
     tags.mediaType = toldKind(map);
