@@ -27,11 +27,17 @@ constexpr Article articles[] = {
 
 bool isApostrophe(char16_t unit) { return unit == u'\'' || unit == u'\u2019'; }
 
+constexpr std::string_view anyLanguage = "*";
+
+bool isOf(std::string_view language, std::string_view wanted) {
+    return language.empty() || wanted == anyLanguage || language == wanted;
+}
+
 /** Of the article at the start of `text`, in units; 0 without one. */
 int lengthOfArticle(const icu::UnicodeString& text, std::string_view language) {
     constexpr int longest = 4;
     const icu::UnicodeString arabic(u"\u0627\u0644");  // written as one word with what follows
-    if (language == "ar" && text.startsWith(arabic) && text.length() > arabic.length() + 1)
+    if (isOf("ar", language) && text.startsWith(arabic) && text.length() > arabic.length() + 1)
         return u_isalpha(text.charAt(arabic.length())) ? arabic.length() : 0;
     int end = 0;
     while (end < text.length() && u_isalpha(text.charAt(end))) ++end;
@@ -40,8 +46,7 @@ int lengthOfArticle(const icu::UnicodeString& text, std::string_view language) {
     word.foldCase();
     if (isApostrophe(text.charAt(end))) return word == icu::UnicodeString(u"l") ? end + 1 : 0;
     const bool isArticle = std::ranges::any_of(articles, [&](const Article& article) {
-        return word == icu::UnicodeString(article.word) &&
-               (article.language.empty() || article.language == language);
+        return word == icu::UnicodeString(article.word) && isOf(article.language, language);
     });
     return isArticle && u_isUWhiteSpace(text.charAt(end)) ? end : 0;
 }
@@ -53,6 +58,11 @@ bool hasLetterOrDigit(const icu::UnicodeString& text) {
 }
 
 }  // namespace
+
+bool mayBeginWithArticle(std::string_view text) {
+    const icu::StringPiece piece(text.data(), static_cast<int>(text.size()));
+    return lengthOfArticle(icu::UnicodeString::fromUTF8(piece).trim(), anyLanguage) > 0;
+}
 
 std::string withoutArticle(std::string_view text, std::string_view locale) {
     const auto language = locale.substr(0, locale.find_first_of("-_"));

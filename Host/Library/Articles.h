@@ -11,4 +11,7 @@ namespace helmo {
    Survive") only when `language` ("de", "pt-BR") is that language. Never strips to nothing. */
 std::string withoutArticle(std::string_view text, std::string_view language);
 
+/** Whether `text` begins with a word that is an article in any language. */
+bool mayBeginWithArticle(std::string_view text);
+
 }  // namespace helmo

@@ -42,9 +42,8 @@ void completeSortNames(TrackTags& tags) {
     const std::string_view language = codeOf(tags.language);
     if (language.empty()) return;
     const auto complete = [&](const std::string& name, std::string& sortName) {
-        if (!sortName.empty()) return;
-        std::string sorted = withoutArticle(name, language);
-        if (sorted != name) sortName = std::move(sorted);
+        // What is no article in this language stays, though it were one in the driver's.
+        if (sortName.empty() && mayBeginWithArticle(name)) sortName = withoutArticle(name, language);
     };
     complete(tags.title, tags.sortTitle);
     complete(tags.artist, tags.sortArtist);

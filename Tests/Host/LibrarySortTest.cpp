@@ -105,7 +105,8 @@ TEST(LibraryLanguages, ArticlesAreThoseOfTheFilesLanguageWhereItNamesOne) {
     };
     for (const char* language : {"deu", "GER", "de-AT", "German", "Deutsch"})
         EXPECT_EQ(sorted("Die Brücke", language), "Brücke") << language;
-    EXPECT_EQ(sorted("Die Another Day", "eng"), "");
+    EXPECT_EQ(sorted("Die Another Day", "eng"), "Die Another Day") << "also for a German driver";
+    EXPECT_EQ(sorted("Weather", "eng"), "");
     EXPECT_EQ(sorted("Die Brücke", "jpn"), "");
     EXPECT_EQ(sorted("Die Brücke", ""), "");
     EXPECT_EQ(sorted("Die Brücke", "deu", "Bruecke"), "Bruecke") << "as the file says itself";
