@@ -66,7 +66,7 @@ public:
     std::shared_ptr<TableViewCell> cellForRowAtIndexPath(const IndexPath& indexPath) const;
     Rect rectForRowAtIndexPath(const IndexPath& indexPath);
     Rect rectForHeaderInSection(std::uint64_t section);
-    /** Brings a row on view, with one more row beyond it where there is one; `toTop` puts it first. */
+    /** Brings a row on view, with one more row beyond it where there is one; `toTop` puts it first, below its header. */
     void scrollToRowAtIndexPath(const IndexPath& indexPath, bool toTop, bool animated);
 
     std::vector<IndexPath> indexPathsForSelectedRows() const { return _selected; }

@@ -227,12 +227,12 @@ void TableView::scrollToRowAtIndexPath(const IndexPath& indexPath, bool toTop, b
     if (row.empty()) return;
     const double height = bounds().height();
     double offset = contentOffset().y;
+    // A first row comes with its header.
+    const double top = indexPath.row() == 0 ? _sections[indexPath.section()].top : row.y();
     if (toTop) {
-        offset = row.y();
+        offset = top;
     } else {
-        // One more row beyond it, and the header above a first row.
-        const auto& section = _sections[indexPath.section()];
-        const double above = (indexPath.row() == 0 ? section.top : row.y()) - _rowHeight;
+        const double above = top - _rowHeight;  // one more row beyond it
         offset = std::max(offset, row.maxY() + _rowHeight - height);
         offset = std::min(offset, above);
         offset = std::clamp(offset, std::min(row.y(), row.maxY() - height), row.y());
