@@ -28,7 +28,9 @@ void appendScreens(ViewController& controller, json& stack) {
         const bool isUnderMore = screen && screen->navigationController() == more.get();
         if (screen) appendScreens(isUnderMore ? *more : *screen, stack);
     }
-    if (const auto presented = controller.presentedViewController()) appendScreens(*presented, stack);
+    const auto presented = controller.presentedViewController();
+    if (presented && presented->presentingViewController().get() == &controller)
+        appendScreens(*presented, stack);
 }
 
 json rectangle(const Rect& rect) { return {rect.x(), rect.y(), rect.width(), rect.height()}; }

@@ -37,6 +37,21 @@ bool isEmptyList(const std::shared_ptr<ViewController>& screen) {
     return list && list->queryDataSource()->isEmpty();
 }
 
+/** Refreshes the lists on a path, and goes back to below the first that has nothing to show. */
+void leaveEmptyLists(NavigationController& path) {
+    const auto stack = path.viewControllers();
+    if (stack.empty()) return;
+    std::size_t stop = 0;
+    for (; stop < stack.size(); ++stop) {
+        const auto list = std::dynamic_pointer_cast<ZRN_OLD_TableViewController>(stack[stop]);
+        if (!list) continue;
+        list->refreshRows();
+        if (!list->hasRowsToDisplay()) break;
+    }
+    const auto target = stack[stop == 0 ? 0 : stop - 1];
+    if (target != path.topViewController()) path.popToViewController(target, true);
+}
+
 }  // namespace
 
 ZRNBrowserViewController::ZRNBrowserViewController(
@@ -189,20 +204,12 @@ void ZRNBrowserViewController::updateMoreTab() {
 
 void ZRNBrowserViewController::refreshNavigationPath() {
     if (!isViewLoaded()) return;
-    const auto stack = viewControllers();
-    std::size_t stop = 0;
-    for (; stop < stack.size(); ++stop) {
-        const auto list = std::dynamic_pointer_cast<ZRN_OLD_TableViewController>(stack[stop]);
-        if (!list) continue;
-        list->tableView()->reloadDataKeepingPlace();
-        if (!list->hasRowsToDisplay()) break;
-    }
-    const auto target = stack[stop == 0 ? 0 : stop - 1];
-    if (target != topViewController()) popToViewController(target, true);
+    leaveEmptyLists(*this);
+    leaveEmptyLists(*_tabBarController->moreNavigationController());
     for (const auto& screen : _tabBarController->viewControllers())
         if (const auto list = std::dynamic_pointer_cast<ZRN_OLD_TableViewController>(screen);
             list && list->isViewLoaded())
-            list->tableView()->reloadDataKeepingPlace();
+            list->refreshRows();
 }
 
 void ZRNBrowserViewController::presentNewNowPlaying(int transition) {

@@ -7,8 +7,7 @@ namespace {
 
 constexpr std::size_t fewestSections = 10;
 
-std::optional<std::vector<std::uint64_t>> offsetsOfSections(const std::vector<MediaQuerySection>& sections) {
-    if (sections.size() < fewestSections) return std::nullopt;
+std::vector<std::uint64_t> offsetsOfSections(const std::vector<MediaQuerySection>& sections) {
     std::vector<std::uint64_t> offsets(sections.size(), 0);
     for (std::size_t i = 0; i + 1 < sections.size(); ++i)
         offsets[i + 1] = offsets[i] + sections[i].range.length;
@@ -19,7 +18,9 @@ std::optional<std::vector<std::uint64_t>> offsetsOfSections(const std::vector<Me
 
 void ZRNSectionedTableViewController::didMake() {
     ZRN_OLD_TableViewController::didMake();
-    if (query()) _offsetOfSection = offsetsOfSections(query()->collectionSections());
+    if (!query()) return;
+    const auto sections = query()->collectionSections();
+    if (sections.size() >= fewestSections) _offsetOfSection = offsetsOfSections(sections);
 }
 
 std::optional<std::uint64_t> ZRNSectionedTableViewController::collectionSection(std::uint64_t section) const {
@@ -52,7 +53,9 @@ IndexPath ZRNSectionedTableViewController::indexPathOfIndex(std::uint64_t index)
 
 std::uint64_t ZRNSectionedTableViewController::numberOfSectionsInTableView(TableView& table) {
     if (!isSectioning()) return ZRN_OLD_TableViewController::numberOfSectionsInTableView(table);
-    return query()->collectionSections().size() + (countOfActions() > 0 ? 1 : 0);
+    // The first that a table asks before it reads its rows anew: by now the library may have changed.
+    _offsetOfSection = offsetsOfSections(query()->collectionSections());
+    return _offsetOfSection->size() + (countOfActions() > 0 ? 1 : 0);
 }
 
 std::uint64_t ZRNSectionedTableViewController::tableViewNumberOfRowsInSection(TableView& table,

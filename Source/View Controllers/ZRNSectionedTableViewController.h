@@ -6,8 +6,8 @@
 
 namespace zornic {
 
-/** A list of collections with headed sections and an index bar once there are ten sections or more, and with
-   action rows in front in subclasses. Main thread. */
+/** A list of collections with headed sections and an index bar where there were ten sections or more, and
+   with action rows in front in subclasses. Main thread. */
 class ZRNSectionedTableViewController : public ZRN_OLD_TableViewController {
 public:
     using ZRN_OLD_TableViewController::ZRN_OLD_TableViewController;
@@ -33,7 +33,8 @@ private:
     /** The collection section of a table section; nullopt for the action section. */
     std::optional<std::uint64_t> collectionSection(std::uint64_t section) const;
 
-    /** Index of each section's first row in the flat list, as the query was when the list was made. */
+    /** Index of each section's first row in the flat list. Whether there are sections is decided when the
+       list is made. */
     std::optional<std::vector<std::uint64_t>> _offsetOfSection;
 };
 

@@ -9,6 +9,7 @@
 #include "View Controllers/ZRNListAppearance.h"
 #include "View Controllers/ZRNMusicNowPlayingViewController.h"
 #include "View Controllers/ZRNNowPlayingNavigationController.h"
+#include "Views/ZRNNoContentView.h"
 #include "Views/ZRNTableView.h"
 #include "Views/_ZRNTableViewCell.h"
 
@@ -96,6 +97,24 @@ bool ZRN_OLD_TableViewController::hasRowsToDisplay() {
     return false;
 }
 
+void ZRN_OLD_TableViewController::refreshRows() {
+    tableView()->reloadDataKeepingPlace();
+    updateNoContentView();
+}
+
+void ZRN_OLD_TableViewController::updateNoContentView() {
+    if (hasRowsToDisplay() == !_noContentView) return;
+    if (_noContentView) {
+        _noContentView->removeFromSuperview();
+        _noContentView = nullptr;
+        return;
+    }
+    _noContentView = make<ZRNNoContentView>(Rect());
+    _noContentView->setTranslatesAutoresizingMaskIntoConstraints(false);
+    view()->addSubview(_noContentView);
+    _noContentView->attachEdges(*view(), AllEdges, {});
+}
+
 std::uint64_t ZRN_OLD_TableViewController::tableViewNumberOfRowsInSection(TableView&, std::uint64_t) {
     return _query ? _query->_countOfCollections() : 0;
 }
@@ -142,6 +161,7 @@ void ZRN_OLD_TableViewController::viewDidLoad() {
 
 void ZRN_OLD_TableViewController::viewWillAppear(bool animated) {
     TableViewController::viewWillAppear(animated);
+    updateNoContentView();
     ZRNUpdateNavigationBarForList(*this, _alwaysShowNavBar);
     _nowPlayingButton =
         ZRNInstallNowPlayingButton(*this, [this](const auto& sender) { _nowPlayingButtonTapped(sender); });

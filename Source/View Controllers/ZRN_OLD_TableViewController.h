@@ -9,6 +9,8 @@
 
 namespace zornic {
 
+class ZRNNoContentView;
+
 /** The base of the lists that hold their query, player and service provider themselves and fill their cells
    by hand. Main thread. */
 class ZRN_OLD_TableViewController : public TableViewController {
@@ -41,6 +43,8 @@ public:
                                                                                  const IndexPath& indexPath);
     /** Whether the list has any row at all. */
     bool hasRowsToDisplay();
+    /** Asks for the rows anew, and says so where there are none. */
+    void refreshRows();
     /** The screen to push for a row; none: nothing follows. */
     virtual std::shared_ptr<ViewController> viewControllerForRowAtIndexPath(const IndexPath&) {
         return nullptr;
@@ -75,11 +79,14 @@ public:
     void _updateNowPlayingVisibility();
 
 private:
+    void updateNoContentView();
+
     const std::shared_ptr<MediaQuery> _query;
     const std::shared_ptr<AVController> _player;
     const std::shared_ptr<ZRNHelmoServiceProvider> _serviceProvider;
     bool _viewHasAppeared = false, _alwaysShowNavBar = false;
     std::shared_ptr<View> _nowPlayingButton;
+    std::shared_ptr<ZRNNoContentView> _noContentView;
     Observation _itemObservation;
 };
 

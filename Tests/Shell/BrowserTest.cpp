@@ -319,6 +319,9 @@ TEST_F(BrowserTest, PushedListsThatBecameEmptyArePopped) {
     const auto anna = ofArtist("Anna"), cleo = ofArtist("Cleo");
     const Screens pushed = {anna, make<ViewController>(), cleo, make<ViewController>()};
     for (const auto& next : pushed) browser->pushViewController(next, false);
+    const auto& more = browser->tabs()->moreNavigationController();
+    const auto list = more->topViewController();
+    more->pushViewController(ofArtist("Cleo"), false);
     advance(0);
 
     library->addSong("C", "Anna", "Three");
@@ -329,6 +332,7 @@ TEST_F(BrowserTest, PushedListsThatBecameEmptyArePopped) {
     libraryDidChange();
     EXPECT_EQ(browser->topViewController(), pushed[1]) << "the list and all above it";
     EXPECT_TRUE(pushed[1]->hasAppeared());
+    EXPECT_EQ(more->topViewController(), list) << "under the overflow tab too";
 }
 
 TEST_F(BrowserTest, RadioAlertsAreMirrored) {

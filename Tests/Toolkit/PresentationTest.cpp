@@ -50,6 +50,11 @@ TEST_F(PresentationTest, DismissalTakesWhatLiesAboveAndInterruptsARise) {
     root->presentViewController(stack, false);
     EXPECT_EQ(sheet->presentingViewController(), root);
     sheet->presentViewController(upper, false);
+    EXPECT_EQ(upper->presentingViewController(), stack) << "a full screen covers the containers too";
+    EXPECT_EQ(sheet->presentedViewController(), upper);
+    const auto refused = screenNamed("refused");
+    stack->presentViewController(refused, false);
+    EXPECT_FALSE(refused->presentingViewController());
     events();
     root->dismissViewController(false);
     EXPECT_EQ(events(), "upper.will- upper.did- root.will+ root.did+");

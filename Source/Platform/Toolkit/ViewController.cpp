@@ -160,6 +160,12 @@ ViewController* ViewController::outermostViewController() {
 
 // Presentation
 
+std::shared_ptr<ViewController> ViewController::presentedViewController() const {
+    const auto* controller = this;
+    while (!controller->_presented && controller->_parent) controller = controller->_parent;
+    return controller->_presented;
+}
+
 std::shared_ptr<ViewController> ViewController::presentingViewController() const {
     for (const auto* controller = this; controller; controller = controller->_parent)
         if (const auto presentation = controller->_shownBy.lock()) return presentation->presenter();
@@ -175,6 +181,10 @@ void ViewController::presentViewController(const std::shared_ptr<ViewController>
 
 void ViewController::presentViewControllerWithTransition(const std::shared_ptr<ViewController>& controller,
                                                          int transition, Task completion) {
+    // A full screen covers the containers too, so it is theirs: nothing else can be over them meanwhile.
+    if (_parent && controller && controller->presentationStyle() == PresentationStyle::FullScreen)
+        return outermostViewController()->presentViewControllerWithTransition(controller, transition,
+                                                                              std::move(completion));
     const auto self = strong(this);
     const auto refused = [&] {
         return !controller || controller == self || _presented || controller->_parent ||
@@ -198,7 +208,9 @@ void ViewController::dismissViewController(bool animated, Task completion) {
 void ViewController::dismissViewControllerWithTransition(int transition, Task completion) {
     const auto self = strong(this);
     if (!_presented) {
-        if (const auto presenter = presentingViewController())
+        if (auto* const outermost = outermostViewController(); outermost->_presented)
+            outermost->dismissViewControllerWithTransition(transition, std::move(completion));
+        else if (const auto presenter = presentingViewController())
             presenter->dismissViewControllerWithTransition(transition, std::move(completion));
         else if (completion)
             completion();

@@ -95,16 +95,18 @@ public:
     ViewController* outermostViewController();
 
     // Presentation
-    std::shared_ptr<ViewController> presentedViewController() const { return _presented; }
+    /** What this or a container around it presents; none when nothing is presented. */
+    std::shared_ptr<ViewController> presentedViewController() const;
     /** The controller that presented this one or the container it is in; none when not presented. */
     std::shared_ptr<ViewController> presentingViewController() const;
-    /** Lays `controller` over this one. Refused, without a word, while this already presents something. */
+    /** Lays `controller` over this one, a full screen over the outermost container around it. Refused,
+       without a word, while the one that would present it already presents something. */
     void presentViewController(const std::shared_ptr<ViewController>& controller, bool animated,
                                Task completion = {});
     void presentViewControllerWithTransition(const std::shared_ptr<ViewController>& controller,
                                              int transition, Task completion = {});
-    /** Takes away what this presents (and what that presents); when it presents nothing, its presenter does
-     * so. */
+    /** Takes away what this or a container around it presents (and what that presents); when nothing is
+       presented, its presenter does so. */
     void dismissViewController(bool animated, Task completion = {});
     void dismissViewControllerWithTransition(int transition, Task completion = {});
     PresentationStyle presentationStyle() const { return _presentationStyle; }
