@@ -126,11 +126,18 @@ private:
     bool _isStopped = false;
 };
 
+/** By what is there: the one that a file names is often unknown to the parser, or not its own. None for one
+   that shows in the first two bytes. */
+const char* encodingOf(std::string_view bytes) {
+    const bool isUtf16 = bytes.starts_with("\xfe\xff") || bytes.starts_with("\xff\xfe") ||
+                         bytes.substr(0, 2).find('\0') != std::string_view::npos;
+    return isUtf16 ? nullptr : isUtf8(bytes) ? "UTF-8" : "ISO-8859-1";
+}
+
 }  // namespace
 
 PlaylistText parseXspf(std::string_view bytes, bool isCut, const PlaylistFaultHandler& fault) {
-    const bool isUtf16 = bytes.starts_with("\xfe\xff") || bytes.starts_with("\xff\xfe");
-    XspfReading reading(isUtf16 || isUtf8(bytes) ? nullptr : "ISO-8859-1", fault);
+    XspfReading reading(encodingOf(bytes), fault);
     reading.read(bytes, isCut);
     return reading.take();
 }
