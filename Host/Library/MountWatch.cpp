@@ -67,25 +67,28 @@ ScanScope MountWatch::takeChanges() {
     auto mounts = read();
     for (const auto& [mount, source] : mounts) {
         if (_mounts.contains(mount)) continue;
-        take(mount.second, changes);
-        if (changes.isEmpty() && isDisk(source)) changes.addEverything();
+        const ScanScope inside = partOfRoots(mount.second);
+        changes.add(inside);
+        if (inside.isEmpty() && isDisk(source)) changes.addEverything();
     }
     for (const auto& [mount, source] : _mounts)
-        if (!mounts.contains(mount)) take(mount.second, changes);
+        if (!mounts.contains(mount)) changes.add(partOfRoots(mount.second));
     _mounts.swap(mounts);
     return changes;
 }
 
-void MountWatch::take(const fs::path& place, ScanScope& changes) const {
+ScanScope MountWatch::partOfRoots(const fs::path& place) const {
+    ScanScope part;
     for (const auto& root : _roots) {
         std::error_code error;
         const fs::path real = fs::weakly_canonical(root, error);
         if (error) continue;
         if (isWithin(real, place))
-            changes.addTree(root);
+            part.addTree(root);
         else if (isWithin(place, real))
-            changes.addTree(root / place.lexically_relative(real));
+            part.addTree(root / place.lexically_relative(real));
     }
+    return part;
 }
 
 }  // namespace helmo

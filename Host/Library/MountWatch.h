@@ -28,7 +28,8 @@ private:
     using Mounts = std::map<std::pair<std::string, std::filesystem::path>, std::string>;
 
     Mounts read() const;
-    void take(const std::filesystem::path& place, ScanScope& changes) const;
+    /** What of the roots lies at a place where something is mounted, or inside. */
+    ScanScope partOfRoots(const std::filesystem::path& place) const;
 
     const std::vector<std::filesystem::path> _roots;
     const Descriptor _table;
