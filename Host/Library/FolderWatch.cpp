@@ -209,9 +209,12 @@ void FolderWatch::takeArrival(bool wasMade, const fs::path& path, Tidings& tidin
     if (isLink && path.filename().native().front() != '.' && fs::is_directory(path, error))
         return tidings.changes.addEverything();
     if (!matters(path.filename().native())) return;
-    // A link and a second name of a file have it whole from the beginning.
-    if (!wasMade || isLink || status.st_nlink > 1) return tidings.changes.addFolder(path.parent_path());
     std::lock_guard lock(_changesMutex);
+    // A link and a second name of a file have it whole from the beginning.
+    if (!wasMade || isLink || status.st_nlink > 1) {
+        _beingWritten.erase(path.native());  // whatever had that name has it no more
+        return tidings.changes.addFolder(path.parent_path());
+    }
     if (_beingWritten.size() >= maximumBeingWritten) _beingWritten.clear();
     _beingWritten.insert(path.native());
 }
