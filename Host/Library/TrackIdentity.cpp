@@ -9,13 +9,16 @@ namespace helmo::TrackIdentity {
 namespace {
 
 constexpr double longestDifference = 2;
+/** Where a medium holds one song a hundred thousand times, each would look for all the others. */
+constexpr int mostLookedFor = 1000;
 
 std::int64_t vanished(const SqlQuery& query, Database& database, const Tracks& others) {
     auto rows = database.prepare(query);
-    while (rows.step())
-        if (!others.contains(rows.integer(0)) &&
-            !FileStamp::of(std::filesystem::path(rows.text(1)) / rows.text(2)))
-            return rows.integer(0);
+    for (int left = mostLookedFor; left > 0 && rows.step();) {
+        if (others.contains(rows.integer(0))) continue;
+        if (!FileStamp::of(std::filesystem::path(rows.text(1)) / rows.text(2))) return rows.integer(0);
+        --left;
+    }
     return 0;
 }
 
