@@ -167,7 +167,8 @@ std::vector<AlbumGroups::Key> AlbumGroups::sharedWith(std::int64_t folder) {
 std::vector<std::int64_t> AlbumGroups::albumsOf(const Key& key) {
     std::vector<std::int64_t> albums;
     auto rows = _database.prepare(
-        {"SELECT album_id FROM album_of_place WHERE place_id = ? AND folded = ?", {key.place, key.folded}});
+        {"SELECT album_id FROM album_of_place WHERE place_id = ? AND folded = ? ORDER BY album_id",
+         {key.place, key.folded}});
     while (rows.step()) albums.push_back(rows.integer(0));
     return albums;
 }
@@ -299,7 +300,7 @@ void AlbumGroups::keep(const Key& key, const std::vector<Rows>& rows,
                        const std::vector<std::int64_t>& albums) {
     std::set<std::int64_t> now;
     for (const Rows& row : rows)
-        if (now.insert(row.album.id).second && std::ranges::find(albums, row.album.id) == albums.end())
+        if (now.insert(row.album.id).second && !std::ranges::binary_search(albums, row.album.id))
             _database.run(
                 {"INSERT OR IGNORE INTO album_of_place (place_id, folded, album_id) VALUES (?, ?, ?)",
                  {key.place, key.folded, row.album.id}});

@@ -66,6 +66,7 @@ private:
     struct Member;
     using Members = std::vector<Member>;
 
+    /** In order: a heap of files may have very many. */
     std::vector<std::int64_t> albumsOf(const Key& key);
     /** None when it is too many to be an album. */
     std::optional<Members> members(const Key& key, const std::vector<std::int64_t>& albums);
