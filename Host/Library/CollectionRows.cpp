@@ -111,9 +111,11 @@ void CollectionRows::sortAgain(std::int64_t kind, std::int64_t id, const std::st
     _database.run(
         {"UPDATE collection SET sort_name = ?, sort_key = ? WHERE id = ?", {sortName, Blob{key}, id}});
     const auto update = [&](const std::string& sql) { _database.run({sql, {Blob{key}, id}}); };
-    if (kind == artistKind) update("UPDATE track SET artist_key = ? WHERE artist_id = ?");
-    if (kind == albumKind) update("UPDATE track SET album_key = ? WHERE album_id = ?");
-    if (kind == albumArtistKind) update("UPDATE track SET album_artist_key = ? WHERE album_artist_id = ?");
+    // Only what is there stands in an index; the others get their keys when they come back.
+    if (kind == artistKind) update("UPDATE track SET artist_key = ? WHERE artist_id = ? AND present = 1");
+    if (kind == albumKind) update("UPDATE track SET album_key = ? WHERE album_id = ? AND present = 1");
+    if (kind == albumArtistKind)
+        update("UPDATE track SET album_artist_key = ? WHERE album_artist_id = ? AND present = 1");
     if (kind == albumArtistKind) update("UPDATE collection SET owner_key = ? WHERE owner_id = ?");
 }
 

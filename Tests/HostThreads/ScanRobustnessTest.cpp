@@ -117,8 +117,12 @@ TEST_F(ScanRobustness, CountsAreTrueAfterEveryKindOfChange) {
     fs::remove(music() / "a2/2.mp3");
     fs::rename(music() / "a3", music() / "c3");
     fs::remove_all(music() / "a4");
+    fs::rename(music() / "a6", _folder / "away");
     EXPECT_EQ(scan(), "");
-    EXPECT_EQ(query()->_countOfItems(), 61u + 1 - 1 - 8);
+    EXPECT_EQ(query()->_countOfItems(), 61u + 1 - 1 - 8 - 8);
+    fs::rename(_folder / "away", music() / "a6");
+    EXPECT_EQ(scan(), "");
+    expectEverythingCounted(databaseFile());
     EXPECT_EQ(named("T3")->valueForProperty(Item::Location).asText(), (music() / "c3/3.mp3").string());
     const auto reads = _reader->reads.load();
     ASSERT_TRUE(_library->write([&](TrackStore& store) {

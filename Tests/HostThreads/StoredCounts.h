@@ -33,6 +33,11 @@ inline void expectEverythingCounted(const std::filesystem::path& file) {
                                        "GROUP BY k, m ORDER BY k, m"))
             << keys[order];
     }
+    for (const std::string kind : {"artist", "album_artist", "album"})
+        EXPECT_EQ(column(database, "SELECT t.title FROM track t JOIN collection c ON c.id = t." + kind +
+                                       "_id WHERE t.present = 1 AND t." + kind + "_key <> c.sort_key"),
+                  "")
+            << "sorted as its " << kind << " once was";
     std::string memberships;
     for (const char* id :
          {"artist_id", "album_id", "album_artist_id", "genre_id", "composer_id", "podcast_id"})
@@ -44,19 +49,20 @@ inline void expectEverythingCounted(const std::filesystem::path& file) {
               column(database, "SELECT c || ' ' || m || ' ' || COUNT(*) FROM (" + memberships +
                                    ") GROUP BY c, m ORDER BY c, m"));
     const std::string counted = ", 1, " + std::to_string(Schema::countedBytes) + "))";
-    EXPECT_EQ(column(database,
-                     "SELECT kind || ' ' || ordering || ' ' || media_types || ' ' || hex(section) || ' ' || "
-                     "collections FROM collection_section WHERE collections <> 0 ORDER BY 1"),
-              column(database, "WITH c AS (SELECT *, (SELECT SUM(DISTINCT m) FROM (" + memberships +
-                                   ") WHERE c = collection.id) AS types FROM collection) "
-                                   "SELECT kind || ' 0 ' || types || ' ' || hex(substr(sort_key" +
-                                   counted +
-                                   " || ' ' || COUNT(*) AS line FROM c WHERE types GROUP BY kind, types, "
-                                   "substr(sort_key, 1, 6) UNION ALL SELECT kind || ' 1 ' || types || ' ' || "
-                                   "hex(substr(owner_key" +
-                                   counted +
-                                   " || ' ' || COUNT(*) FROM c WHERE types AND kind = 1 GROUP BY kind, types, "
-                                   "substr(owner_key, 1, 6) ORDER BY line"));
+    EXPECT_EQ(
+        column(database,
+               "SELECT kind || ' ' || ordering || ' ' || media_types || ' ' || hex(section) || ' ' || "
+               "collections FROM collection_section WHERE collections <> 0 ORDER BY 1"),
+        column(database, "WITH c AS (SELECT *, (SELECT SUM(DISTINCT m) FROM (" + memberships +
+                             ") WHERE c = collection.id) AS types FROM collection) "
+                             "SELECT kind || ' 0 ' || types || ' ' || hex(substr(sort_key" +
+                             counted +
+                             " || ' ' || COUNT(*) AS line FROM c WHERE types GROUP BY kind, types, "
+                             "substr(sort_key, 1, 6) UNION ALL SELECT kind || ' 1 ' || types || ' ' || "
+                             "hex(substr(owner_key" +
+                             counted +
+                             " || ' ' || COUNT(*) FROM c WHERE types AND kind = 1 GROUP BY kind, types, "
+                             "substr(owner_key, 1, 6) ORDER BY line"));
     EXPECT_EQ(Schema::missingIndices(database).size(), 0u);
     EXPECT_EQ(column(database, "PRAGMA integrity_check"), "ok\n");
 }
