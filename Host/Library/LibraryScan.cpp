@@ -212,7 +212,7 @@ void LibraryScan::hideWhatIsGone() {
         return found == _folders.end() || _walk.isGone(found->second);
     };
     std::vector<std::int64_t> gone;
-    _library.readers()->read(false, [&](Database& database) {
+    _library.readers()->readLong(false, [&](Database& database) {
         auto folders = database.prepare({"SELECT id, path FROM folder", {}});
         while (folders.step())
             if (isGone(folders.integer(0)) && _scope.contains(folders.text(1)) &&

@@ -87,13 +87,6 @@ void TrackStore::countBefore(std::int64_t track) {
     if (_firstAdded && track >= *_firstAdded && !_counts.isEmpty()) _counts.store(_database);
 }
 
-std::unordered_map<std::int64_t, std::string> TrackStore::folders() {
-    std::unordered_map<std::int64_t, std::string> folders;
-    auto rows = _database.prepare({"SELECT id, path FROM folder", {}});
-    while (rows.step()) folders[rows.integer(0)] = rows.text(1);
-    return folders;
-}
-
 std::int64_t TrackStore::folderId(const std::filesystem::path& folder) {
     if (_cache.folderId != 0 && _cache.folder == folder.native()) return _cache.folderId;
     auto row =
@@ -259,7 +252,11 @@ void TrackStore::noteGroup(std::int64_t track, bool isPresent) {
 
 void TrackStore::markPresent(std::int64_t track, std::int64_t folder, bool isPresent) {
     countBefore(track);
-    kept(_mark, "UPDATE track SET present = ? WHERE id = ? AND folder_id = ?")
+    kept(_mark,
+         "UPDATE track SET present = ?, artist_key = (SELECT sort_key FROM collection WHERE id = artist_id),"
+         "album_key = (SELECT sort_key FROM collection WHERE id = album_id),"
+         "album_artist_key = (SELECT sort_key FROM collection WHERE id = album_artist_id) "
+         "WHERE id = ? AND folder_id = ?")
         .bind(std::int64_t{isPresent})
         .bind(track)
         .bind(folder)

@@ -5,7 +5,6 @@
 #include <optional>
 #include <set>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 #include "Host/Library/AlbumGroups.h"
@@ -57,8 +56,6 @@ public:
     /** Frees what was kept for further transactions. */
     void forgetCache() { _cache.clear(); }
 
-    /** All folders that ever held music, and those around folders of discs, by ID. */
-    std::unordered_map<std::int64_t, std::string> folders();
     /** The row of a folder, made when it is new. */
     std::int64_t folderId(const std::filesystem::path& folder);
     /** Sets the folder's picture. */
