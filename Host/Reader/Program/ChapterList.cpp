@@ -33,6 +33,8 @@ ChapterList::ChapterList(std::vector<FoundChapter> found, milliseconds length) {
         const bool isLast = at + 1 == found.size();
         const milliseconds limit = isLast ? std::max(length, start) : found[at + 1].start;
         doOverlap = doOverlap || (!isLast && end > limit + tolerance);
+        if (isLast && length.count() > 0 && end > length + tolerance)
+            note("its last chapter is cut where the file ends");
         const bool hasEnd = end > start && (end < limit || (isLast && length.count() == 0));
         _chapters.push_back({start, (hasEnd ? end : limit) - start, cleanTagText(title)});
     }

@@ -79,6 +79,7 @@ private:
         constexpr std::uint64_t head = 8, longHead = 16;
         for (std::uint64_t at = box.begin; at < box.end && box.end - at >= head && _boxesLeft-- > 0;) {
             const std::string bytes = _source.bytes(at, longHead);
+            if (bytes.size() < head) return;
             std::uint64_t size = ByteSource::numberIn(bytes, 0, 4), begin = head;
             if (size == 1) {
                 size = ByteSource::numberIn(bytes, 8, 8);
