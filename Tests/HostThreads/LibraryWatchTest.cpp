@@ -112,13 +112,20 @@ TEST_F(LibraryWatchTest, OnlyWhatChangedIsLookedThroughAndReadOnceItIsWhole) {
     growing.close();
     EXPECT_EQ(looked(), Texts{"one"});
     EXPECT_EQ(songs(), (Texts{"A", "B", "C", "D", "E"}));
+    std::ofstream growingOn(music() / "one/G.mp3");
+    growingOn << "the beginning" << std::flush;
+    EXPECT_EQ(looked(), Texts());
+    std::ofstream(_folder / "whole.mp3") << "another one, whole";
+    fs::rename(_folder / "whole.mp3", music() / "one/G.mp3");
+    EXPECT_EQ(looked(), Texts{"one"});
+    EXPECT_EQ(songs(), (Texts{"A", "B", "C", "D", "E", "G"}));
 
     _reader->reads = 0;
     std::ofstream(music() / "two/B.mp3", std::ios::app) << "changed";
     fs::rename(music() / "two/D.mp3", music() / "two/F.mp3");
     fs::remove(music() / "one/A.mp3");
     EXPECT_EQ(looked(), (Texts{"one", "two"}));
-    EXPECT_EQ(songs(), (Texts{"B", "C", "E", "F"}));
+    EXPECT_EQ(songs(), (Texts{"B", "C", "E", "F", "G"}));
     EXPECT_EQ(_reader->reads, 2);
     fs::remove(music() / "two/notes.txt");
     EXPECT_EQ(looked(), Texts());
@@ -282,8 +289,17 @@ TEST_F(LibraryWatchTest, MediaAreFoundInTheTableOfWhatIsMounted) {
     EXPECT_EQ(change(), (Texts{"./*"}));
     mount("/somewhere/else");
     EXPECT_EQ(change(), Texts{"everything"}) << "a link may lead there";
+    std::ofstream(table, std::ios::app)
+        << "6 1 8:33 / " << music().string() << "/usb rw - vfat /dev/sdc1 rw\n";
+    EXPECT_EQ(change(), Texts{"usb/*"});
     std::ofstream(table) << system;
-    EXPECT_EQ(change(), Texts());
+    EXPECT_EQ(change(), Texts{"usb/*"});
+    mount("/somewhere/else");
+    std::ofstream(table, std::ios::app)
+        << "6 1 8:33 / " << music().string() << "/usb rw - vfat /dev/sdc1 rw\n";
+    EXPECT_EQ(change(), Texts{"everything"}) << "one beside the music, and one to which a link may lead";
+    std::ofstream(table) << system;
+    EXPECT_EQ(change(), Texts{"usb/*"});
     mount("/snap/thing", "/dev/loop3");
     EXPECT_EQ(change(), Texts());
 }

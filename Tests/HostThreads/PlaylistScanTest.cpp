@@ -99,12 +99,15 @@ TEST_F(PlaylistScanTest, EveryKindOfFileAndWayToNameASongIsUnderstood) {
               folder + "]]>/a/three.mp3</location></track></trackList></playlist>");
     write("old.xspf",
           "<playlist><trackList><track><location>a/\xc4rger.mp3</location></track></trackList></playlist>");
+    write("named.xspf",
+          "<?xml version='1.0' encoding='windows-1252'?><playlist><trackList><track><location>a/three.mp3"
+          "</location></track></trackList></playlist>");
     EXPECT_EQ(scan(), "");
-    EXPECT_EQ(level(),
-              (Texts{"Big", "drives", "latin1", "little", "Numbers", "old", "On the Road", "X & Y"}));
+    EXPECT_EQ(level(), (Texts{"Big", "drives", "latin1", "little", "named", "Numbers", "old", "On the Road",
+                              "X & Y"}));
     EXPECT_EQ(songs("On the Road"), (Texts{"three", "Ärger", "three", "100% two", "100% two"}));
     for (const char* name : {"latin1", "drives", "Numbers", "X & Y"}) EXPECT_EQ(songs(name), all) << name;
-    for (const char* name : {"little", "Big"}) EXPECT_EQ(songs(name), Texts{"three"}) << name;
+    for (const char* name : {"little", "Big", "named"}) EXPECT_EQ(songs(name), Texts{"three"}) << name;
     EXPECT_EQ(songs("old"), Texts{"Ärger"});
     _library->removePlaylist(*list("old"));
     ASSERT_TRUE(zornic::BackgroundWork::waitUntilIdle(std::chrono::seconds(10)));
@@ -204,14 +207,21 @@ TEST_F(PlaylistScanTest, ListsInListsStandInTheirPlaceAndCirclesAreCut) {
     write("sub/part.pls", "[playlist]\nFile1=../2.mp3\nFile2=../all.m3u\n");
     for (int at = 0; at < 10; ++at)
         write("d" + std::to_string(at) + ".m3u", "d" + std::to_string(at + 1) + ".m3u\n1.mp3\n");
+    std::string many;
+    for (int at = 0; at < 102; ++at) many += "self.m3u\n";
+    write("many.m3u", many + "3.mp3\n");
     std::string log = scan();
     EXPECT_NE(log.find(said("self.m3u:2", "the playlist names itself")), std::string::npos) << log;
     EXPECT_NE(log.find(said("sub/part.pls:3", "playlists name each other in a circle")), std::string::npos);
     EXPECT_NE(log.find(said("d7.m3u:1", "playlists name others more than 8 deep")), std::string::npos);
+    EXPECT_NE(
+        log.find(said("many.m3u:101", "too many playlists are named, the rest is left out (and 1 more)")),
+        std::string::npos);
     EXPECT_EQ(songs("self"), (Texts{"1", "2"}));
     EXPECT_EQ(songs("all"), (Texts{"1", "2", "3"}));
     EXPECT_EQ(songs("part"), (Texts{"2", "1", "3"}));
     EXPECT_EQ(songs("d0").size(), 8u);
+    EXPECT_EQ(songs("many").size(), 201u);
     write("sub/part.pls", "[playlist]\nFile1=../3.mp3\n");
     write("gone.m3u", "2.mp3");
     EXPECT_EQ(scan(), "");

@@ -277,6 +277,7 @@ TEST_F(SpokenMedia, BrokenChaptersAreMendedAndTheirFileNamed) {
     broken("Turned", {{30'000, 60'000, "b"}, {0, 30'000, "a"}});
     broken("Overlap",
            {{0, 50'000, "a"}, {10'000, 5'000, "b"}, {10'000, 20'000, "again"}, {30'000, 31'000, "c"}});
+    broken("Late", {{0, 30'000, "a"}, {30'000, 90'000, "b"}});
     broken("Outside", {{0, 10'000, "a"}, {900'000, 910'000, "b"}, {~0u, ~0u, "c"}});
     Properties many = {{"TITLE", "Many"}};
     for (int at = 0; at < 2100; ++at)
@@ -291,10 +292,12 @@ TEST_F(SpokenMedia, BrokenChaptersAreMendedAndTheirFileNamed) {
     const std::string folder = "scan: " + music().string() + "/";
     for (const char* line :
          {"Turned.mp3: its chapters are out of order\n", "Overlap.mp3: chapters that overlap are cut\n",
+          "Late.mp3: its last chapter is cut where the file ends\n",
           "Outside.mp3: chapters outside of it are left out\n",
           "Many.flac: what follows its first 2000 chapters is left out\n"})
         EXPECT_THAT(log, HasSubstr(folder + line));
-    EXPECT_EQ(std::ranges::count(log, '\n'), 4) << log;
+    EXPECT_EQ(std::ranges::count(log, '\n'), 5) << log;
+    EXPECT_THAT(chapters("Late"), ElementsAre("0 0+30 a", "1 30+30 b"));
     EXPECT_THAT(chapters("Turned"), ElementsAre("0 0+30 a", "1 30+30 b"));
     EXPECT_THAT(chapters("Overlap"), ElementsAre("0 0+10 a", "1 10+20 b", "2 30+1 c"));
     EXPECT_THAT(chapters("Outside"), ElementsAre("0 0+10 a"));
