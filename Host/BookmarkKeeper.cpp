@@ -57,8 +57,9 @@ void BookmarkKeeper::itemDidChange() {
 void BookmarkKeeper::itemDidEnd() {
     if (!_listening) return;
     _library->setBookmark(_listening->item, std::nullopt);
-    // It may be heard again from its beginning.
+    // It may be heard again from its beginning; that it is shows at the next look.
     look(_saved = Seconds(0));
+    _listening->wasPlaying = false;
 }
 
 void BookmarkKeeper::look() {

@@ -91,9 +91,12 @@ TEST_F(BookmarkKeeperTest, WhatWasHeardOutBeginsAnew) {
     choose("One");
     advance(20);
     ASSERT_TRUE(stored("One"));
+    const auto slow = NotificationCenter::defaultCenter().observe(
+        AVControllerItemEndedNotification, _player.get(),
+        [this](const Notification&) { _clock.advance(std::chrono::milliseconds(20)); });
     advance(45);
     ASSERT_EQ(_player->currentMediaItem()->title(), "Song");
-    EXPECT_EQ(stored("One"), std::nullopt);
+    EXPECT_EQ(stored("One"), std::nullopt) << "however long it takes until the next one is there";
     choose("Two");
     _player->setCurrentTime(Seconds(59.5));
     EXPECT_NEAR(_player->currentTime().count(), 59.5, 0.1);
