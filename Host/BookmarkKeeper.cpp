@@ -57,9 +57,8 @@ void BookmarkKeeper::itemDidChange() {
 void BookmarkKeeper::itemDidEnd() {
     if (!_listening) return;
     _library->setBookmark(_listening->item, std::nullopt);
-    // It may be heard again from its beginning; that it is shows at the next look.
+    // It may be heard again from its beginning.
     look(_saved = Seconds(0));
-    _listening->wasPlaying = false;
 }
 
 void BookmarkKeeper::look() {
@@ -82,10 +81,11 @@ void BookmarkKeeper::save() {
     _library->setBookmark(item, isHeardOut ? std::nullopt : std::optional(time.count()));
 }
 
-/** The player is at something else by now: how far it came since somebody looked is known by the clock. */
+/** The player is at something else by now: how far it came since somebody looked is known by the clock, if it
+   was seen to move at all. */
 void BookmarkKeeper::leave() {
     if (!_listening) return;
-    if (_listening->wasPlaying)
+    if (_listening->wasPlaying && _listening->time != _saved)
         _listening->time +=
             std::min(Seconds(RunLoop::main().now() - _listening->looked), Seconds(lookInterval));
     save();

@@ -98,6 +98,10 @@ TEST_F(BookmarkKeeperTest, WhatWasHeardOutBeginsAnew) {
     ASSERT_EQ(_player->currentMediaItem()->title(), "Song");
     EXPECT_EQ(stored("One"), std::nullopt) << "however long it takes until the next one is there";
     choose("Two");
+    _clock.advance(std::chrono::milliseconds(300));
+    choose("Song");
+    EXPECT_EQ(stored("Two"), std::nullopt) << "gone before it was seen to play, as what is damaged is";
+    choose("Two");
     _player->setCurrentTime(Seconds(59.5));
     EXPECT_NEAR(_player->currentTime().count(), 59.5, 0.1);
     _player->pause();
