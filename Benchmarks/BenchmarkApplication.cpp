@@ -66,16 +66,16 @@ double BenchmarkApplication::millisecondsOfFrame() {
     });
 }
 
-BenchmarkApplication::FrameTimes BenchmarkApplication::frameTimes(int frames) {
-    FrameTimes times;
-    for (; frames > 0; --frames) {
+double BenchmarkApplication::millisecondsOfFrames(Seconds time) {
+    double total = 0;
+    for (const auto end = _helmo.runLoop().now() + toDuration(time); _helmo.runLoop().now() < end;) {
         BackgroundWork::waitUntilIdle(std::chrono::seconds(10));
         _helmo.virtualClock()->moveTo(_helmo.runLoop().now() + toDuration(TimeDriver::frameInterval));
         const double taken = millisecondsOfFrame();
-        times.longest = std::max(times.longest, taken);
-        times.total += taken;
+        _longestFrame = std::max(_longestFrame, taken);
+        total += taken;
     }
-    return times;
+    return total;
 }
 
 void BenchmarkApplication::arrangeTabs(const std::vector<std::string>& names) {

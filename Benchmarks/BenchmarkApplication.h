@@ -14,6 +14,8 @@ namespace helmo::benchmarks {
 /** A headless helmo inside this process, in virtual time, 800 x 480. One at a time. */
 class BenchmarkApplication {
 public:
+    /** With a generated library, of which the music itself is nowhere. Throws when it can't be opened. */
+    explicit BenchmarkApplication(const std::filesystem::path& data) : BenchmarkApplication(data, {data}) {}
     /** `data`: folder of an existing library; empty: a fresh one. Throws when it can't be opened. */
     BenchmarkApplication(const std::filesystem::path& data, const std::vector<std::filesystem::path>& music);
 
@@ -32,19 +34,18 @@ public:
     double millisecondsOfTap(zornic::Point point);
     /** The same to the frame in which nothing moves any more: a screen that is pushed has come to rest. */
     double millisecondsOfTapToRest(zornic::Point point);
-    /** Milliseconds of the main thread. */
-    struct FrameTimes {
-        double longest = 0, total = 0;
-    };
-    /** What frames and the work that comes before each take, while `frames` of them go by and what is queued
-       elsewhere is done in between. */
-    FrameTimes frameTimes(int frames);
+    /** Milliseconds of the main thread for all frames of that time and the work that comes before each; what
+       is queued elsewhere is done in between. */
+    double millisecondsOfFrames(zornic::Seconds time);
+    /** The longest of all these frames so far. */
+    double longestFrame() const { return _longestFrame; }
 
 private:
     double millisecondsOfFrame();
 
     HelmoApplication _helmo;
     TimeDriver _time;
+    double _longestFrame = 0;
 };
 
 }  // namespace helmo::benchmarks

@@ -29,6 +29,10 @@ struct Figure {
     static Figure plain(std::string name, double limit, double ours, double floor, std::string unit) {
         return {std::move(name), ours, limit, ours, floor, std::move(unit), Limit::AtMost};
     }
+    /** The longest frame of something, in milliseconds: none may be missed. */
+    static Figure longestFrame(std::string name, double milliseconds) {
+        return plain(std::move(name), 16, milliseconds, 0, "ms");
+    }
 };
 
 using Figures = std::vector<Figure>;

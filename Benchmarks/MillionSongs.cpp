@@ -22,7 +22,7 @@ constexpr std::uint64_t flungRows = 10'000;
 /** helmo over a million songs, with a category beside *Songs* that is empty to come from. */
 class MillionSongs {
 public:
-    MillionSongs() : _application(millionSongsFolder(), {millionSongsFolder()}) {}
+    MillionSongs() : _application(millionSongsFolder()) {}
 
     /** Milliseconds from the tap on a list of songs that was never opened to its frame. */
     double millisecondsToOpen() {

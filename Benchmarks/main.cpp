@@ -10,6 +10,21 @@
 
 using namespace helmo::benchmarks;
 
+namespace {
+
+/** The first name that no benchmark measures; empty when there is none. */
+std::string unknownFigure(const std::vector<std::string>& names) {
+    const auto isMeasured = [](const std::string& name) {
+        return std::ranges::any_of(allBenchmarks(), [&](const Benchmark& benchmark) {
+            return std::ranges::find(benchmark.figures, name) != benchmark.figures.end();
+        });
+    };
+    const auto unknown = std::ranges::find_if_not(names, isMeasured);
+    return unknown == names.end() ? std::string() : *unknown;
+}
+
+}  // namespace
+
 int main(int argumentCount, char** arguments) {
     CLI::App app("Measures helmo against small programs that do only the necessary work.", "benchmark");
     std::string json;
@@ -20,6 +35,10 @@ int main(int argumentCount, char** arguments) {
     const auto isWanted = [&](const std::string& name) {
         return wanted.empty() || std::ranges::find(wanted, name) != wanted.end();
     };
+    if (const std::string unknown = unknownFigure(wanted); !unknown.empty()) {
+        std::fprintf(stderr, "benchmark: no figure is called %s\n", unknown.c_str());
+        return 2;
+    }
     Figures figures;
     printHeading();
     for (const Benchmark& benchmark : allBenchmarks()) {
