@@ -1,11 +1,13 @@
 #include <cstdio>
 #include <exception>
+#include <malloc.h>
 
 #include "Host/HelmoApplication.h"
 #include "Host/Log.h"
 #include "Host/Version.h"
 
 int main(int argumentCount, char** arguments) {
+    mallopt(M_ARENA_MAX, 2);  // one for the main thread; more would hold a megabyte each for threads that wait
     const auto parsed =
         helmo::CommandLine::parse({arguments + 1, arguments + argumentCount}, helmo::version());
     if (const auto* exit = std::get_if<helmo::CommandLine::Exit>(&parsed)) {

@@ -47,7 +47,10 @@ int TagProperties::number(std::initializer_list<const char*> names) {
     return 0;
 }
 
-bool TagProperties::isSet(std::string_view name) { return firstNumber(first(name)) == 1; }
+bool TagProperties::isSet(std::string_view name) {
+    const std::string value = first(name);
+    return firstNumber(value) == 1 || value == "true" || value == "True" || value == "yes" || value == "Yes";
+}
 
 bool TagProperties::isSetWithAnyPrefix(std::string_view ending) {
     return std::ranges::any_of(
