@@ -3,6 +3,7 @@
 #include "Platform/LibraryKit/ScreenRegistry.h"
 #include "Platform/Media/MediaItemCollection.h"
 #include "Utilities/MediaQueryZRNAdditions.h"
+#include "Utilities/ZRNHelmoBundle.h"
 #include "Utilities/ZRNShared.h"
 #include "Utilities/ZRNViewControllerIdentifiers.h"
 #include "View Controllers/ZRNArtistsViewController.h"
@@ -44,7 +45,8 @@ void ZRNGenresViewController::showArtistsOfGenre(const MediaItemCollection& genr
         ScreenRegistry::shared().viewControllerForIdentifierQuery(ZRNArtistsViewControllerIdentifier, query));
     if (!artists) return;
     artists->setAllowsActions(true);
-    artists->navigationItem()->setTitle(genre.valueForProperty(MediaCollectionProperty::GenreName).asText());
+    artists->navigationItem()->setTitle(ZRNTextOrLocalizedString(
+        genre.valueForProperty(MediaCollectionProperty::GenreName).asText(), "UNKNOWN_GENRE"));
     pushKeepingBar(artists);
 }
 
