@@ -133,10 +133,6 @@ TEST(CairoCanvasTest, DestinationOutCutsAHoleIntoItsGroupOnly) {
 }
 
 TEST(CairoCanvasTest, FiltersWorkInSequenceWithoutClampingBetween) {
-    struct Case {
-        Color color;
-        int red, green, blue;
-    };
     const auto expected = [](double component, double luminance) {
         const double value = (luminance + (component - luminance) * 1.592 - 2.5 - 0.5) * 0.12 + 0.5;
         return static_cast<int>(std::lround(value * 255));

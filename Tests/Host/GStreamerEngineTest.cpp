@@ -1,5 +1,4 @@
 #include <cmath>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <unistd.h>
@@ -8,6 +7,7 @@
 
 #include "Host/Player/GStreamerEngine.h"
 #include "Platform/Foundation/RunLoop.h"
+#include "Tests/Support/SoundFiles.h"
 
 namespace helmo {
 namespace {
@@ -50,18 +50,12 @@ protected:
 
     /** A tone as a WAV file. */
     PlaybackSource tone(const std::string& name, double seconds) {
-        constexpr std::uint32_t rate = 44100;
+        constexpr unsigned rate = 44100;
         std::vector<std::int16_t> samples(static_cast<std::size_t>(rate * seconds));
         for (std::size_t i = 0; i < samples.size(); ++i)
             samples[i] = static_cast<std::int16_t>(8000 * std::sin(static_cast<double>(i) * 0.06));
-        const auto bytes = static_cast<std::uint32_t>(samples.size() * 2);
-        const std::uint32_t sizes[] = {bytes + 36, 16, 1 | 1 << 16, rate, rate * 2, 2 | 16 << 16, bytes};
-        std::string header = "RIFF....WAVEfmt ....................data....";
-        const std::size_t places[] = {4, 16, 20, 24, 28, 32, 40};
-        for (std::size_t i = 0; i < std::size(sizes); ++i) std::memcpy(&header[places[i]], &sizes[i], 4);
-        std::ofstream file(folder / name, std::ios::binary);
-        file << header;
-        file.write(reinterpret_cast<const char*>(samples.data()), bytes);
+        const std::string bytes(reinterpret_cast<const char*>(samples.data()), samples.size() * 2);
+        std::ofstream(folder / name, std::ios::binary) << SoundFiles::wave(bytes, rate, 2);
         return {.location = (folder / name).string()};
     }
 

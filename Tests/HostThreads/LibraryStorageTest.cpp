@@ -1,40 +1,21 @@
-#include <algorithm>
-#include <atomic>
 #include <mutex>
 #include <thread>
 
-#include "Host/Library/Scanner.h"
-#include "Platform/Foundation/NotificationCenter.h"
-#include "Tests/Host/LibraryFixture.h"
+#include "Tests/HostThreads/ScanFixture.h"
 #include "Tests/Support/DiskTrouble.h"
 
 namespace helmo {
 namespace {
 
-namespace fs = std::filesystem;
 using namespace std::chrono_literals;
 using DiskTrouble::LimitedFiles;
 using DiskTrouble::SmallDisk;
-using Texts = std::vector<std::string>;
 using Troubles = std::vector<StorageTrouble>;
 
-/** Takes every file for a song that is called as the file is. */
-class NameReader final : public TagReader {
-public:
-    TagReading read(const fs::path& file) override {
-        if (onRead) onRead(file);
-        TagReading reading;
-        reading.tags.title = file.stem().string();
-        return reading;
-    }
-    std::function<void(const fs::path&)> onRead;
-};
-
-class LibraryStorageTest : public LibraryFixture {
+class LibraryStorageTest : public ScanFixture<NameReader> {
 protected:
     static constexpr std::uint64_t songs = 800;
 
-    static void idle() { ASSERT_TRUE(zornic::BackgroundWork::waitUntilIdle(60s)); }
     void close() {
         _library = nullptr;
         idle();
@@ -63,11 +44,6 @@ protected:
             std::ofstream(folder / (std::to_string(at) + ".mp3")) << at;
         }
     }
-    void scan() {
-        Scanner scanner(_library, {music()}, _reader);
-        scanner.start();
-        idle();
-    }
     std::uint64_t count() const { return query()->_countOfItems(); }
     /** Every row that can be read. */
     std::size_t readable() const {
@@ -92,7 +68,6 @@ protected:
             .asInteger();
     }
 
-    std::shared_ptr<NameReader> _reader = std::make_shared<NameReader>();
     std::mutex _mutex;
     Troubles _troubles;
 };
@@ -132,7 +107,7 @@ TEST_F(LibraryStorageTest, DamageOfAnyKindIsFoundAndTheLibraryIsMadeAnewFromTheM
         }
         EXPECT_EQ(troubles(), Troubles{StorageTrouble::Damaged});
         EXPECT_EQ(count(), 0u);
-        scan();
+        scanAloud();
         EXPECT_EQ(readable(), songs);
         const auto said = testing::internal::GetCapturedStderr();
         EXPECT_NE(said.find(databaseFile().string() + " is damaged ("), std::string::npos) << said;
@@ -294,7 +269,7 @@ TEST_F(LibraryStorageTest, AFullDiskKeepsWhatIsStoredAndALaterScanAddsTheRest) {
     testing::internal::CaptureStderr();
     {
         const LimitedFiles full(fs::file_size(databaseFile()) + 300'000);
-        scan();
+        scanAloud();
         _library->noteItemPlayed(played);
         idle();
         EXPECT_GE(readable(), 200u);
@@ -336,29 +311,13 @@ TEST_F(LibraryStorageTest, AFullOrReadOnlyFileSystemStillShowsTheLibrary) {
     ASSERT_TRUE(disk.makeReadOnly());
     testing::internal::CaptureStderr();
     open();
-    scan();
+    scanAloud();
     _library->noteItemPlayed(item(*query(), 0)->persistentID());
     idle();
     EXPECT_EQ(readable(), stored);
     EXPECT_EQ(troubles(), Troubles{StorageTrouble::ReadOnly});
     const auto said = testing::internal::GetCapturedStderr();
     EXPECT_EQ(std::ranges::count(said, '\n'), 1) << said;
-}
-
-TEST_F(LibraryStorageTest, AFolderThatGoesAwayDuringAScanIsSaidOnce) {
-    makeMusic(songs);
-    std::atomic<int> reads{0};
-    _reader->onRead = [&](const fs::path&) {
-        if (++reads == 450) fs::rename(music(), _folder / "away");
-    };
-    testing::internal::CaptureStderr();
-    scan();
-    const auto said = testing::internal::GetCapturedStderr();
-    EXPECT_EQ(std::ranges::count(said, '\n'), 1) << said;
-    EXPECT_NE(said.find(music().string() + ": taken away during the scan"), std::string::npos) << said;
-    fs::rename(_folder / "away", music());
-    scan();
-    EXPECT_EQ(readable(), songs);
 }
 
 }  // namespace

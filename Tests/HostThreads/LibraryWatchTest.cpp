@@ -1,35 +1,19 @@
-#include <algorithm>
 #include <condition_variable>
 #include <mutex>
 #include <sys/resource.h>
 #include <thread>
 
 #include "Host/Library/LibraryWatch.h"
-#include "Host/Library/Scanner.h"
 #include "Platform/Foundation/RunLoop.h"
-#include "Tests/Host/LibraryFixture.h"
+#include "Tests/HostThreads/ScanFixture.h"
 
 namespace helmo {
 namespace {
 
-namespace fs = std::filesystem;
 using namespace std::chrono_literals;
-using Texts = std::vector<std::string>;
 using Way = LibraryWatch::Way;
 
-/** Takes every file for a song that is called as the file is, and counts. */
-class CountingReader final : public TagReader {
-public:
-    TagReading read(const fs::path& file) override {
-        ++reads;
-        TagReading reading;
-        reading.tags.title = file.stem().string();
-        return reading;
-    }
-    std::atomic<int> reads{0};
-};
-
-class LibraryWatchTest : public LibraryFixture {
+class LibraryWatchTest : public ScanFixture<NameReader> {
 protected:
     ~LibraryWatchTest() override {
         _watch = nullptr;
@@ -57,7 +41,6 @@ protected:
         for (const auto& [folder, isTree] : scope.places())
             _looked.push_back(folder.lexically_proximate(music()).string() + (isTree ? "/*" : ""));
     }
-    static void idle() { ASSERT_TRUE(zornic::BackgroundWork::waitUntilIdle(60s)); }
     /** Lets time go by; where it looked meanwhile. */
     Texts looked(zornic::Seconds time = 2s) {
         _looked.clear();
@@ -87,7 +70,6 @@ protected:
 
     zornic::ManualClock _clock;
     zornic::RunLoop _loop{_clock};
-    std::shared_ptr<CountingReader> _reader = std::make_shared<CountingReader>();
     std::unique_ptr<Scanner> _scanner;
     std::shared_ptr<LibraryWatch> _watch;
     Texts _looked;

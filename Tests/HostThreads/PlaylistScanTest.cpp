@@ -1,48 +1,16 @@
-#include <algorithm>
 #include <map>
 
-#include "Host/Library/Scanner.h"
-#include "Tests/Host/LibraryFixture.h"
+#include "Tests/HostThreads/ScanFixture.h"
 
 namespace helmo {
 namespace {
 
-namespace fs = std::filesystem;
 namespace Playlist = zornic::MediaPlaylistProperty;
 using zornic::MediaGrouping;
 using zornic::MediaPredicate;
-using Texts = std::vector<std::string>;
 
-/** A song is called like its file. */
-class NameReader final : public TagReader {
-public:
-    TagReading read(const fs::path& file) override {
-        TagReading reading;
-        reading.tags.title = file.stem().string();
-        return reading;
-    }
-};
-
-class PlaylistScanTest : public LibraryFixture {
+class PlaylistScanTest : public ScanFixture<NameReader> {
 protected:
-    fs::path write(const fs::path& name, const std::string& bytes = "sound") {
-        const fs::path file = music() / name;
-        fs::create_directories(file.parent_path());
-        std::ofstream(file, std::ios::binary) << bytes;
-        fs::last_write_time(file, fs::file_time_type::clock::now() + std::chrono::minutes(++_writes));
-        return file;
-    }
-    /** Scans; what was logged. */
-    std::string scan(std::vector<fs::path> roots = {}) {
-        testing::internal::CaptureStderr();
-        {
-            if (roots.empty()) roots = {music()};
-            Scanner scanner(_library, roots, std::make_shared<NameReader>());
-            scanner.start();
-            EXPECT_TRUE(zornic::BackgroundWork::waitUntilIdle(std::chrono::seconds(100)));
-        }
-        return testing::internal::GetCapturedStderr();
-    }
     /** A line of the log about what is in the music folder. */
     std::string said(const std::string& place, const std::string& what) const {
         return "scan: " + (music() / place).string() + ": " + what + "\n";
@@ -64,8 +32,6 @@ protected:
                  ->collections(),
             Playlist::Name);
     }
-
-    int _writes = 0;
 };
 
 std::string utf16(const std::string& ascii, bool isBigEndian) {

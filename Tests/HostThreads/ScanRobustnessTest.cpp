@@ -1,26 +1,20 @@
-#include <algorithm>
-#include <atomic>
 #include <deque>
 #include <fcntl.h>
 #include <set>
-#include <sstream>
 #include <sys/stat.h>
 #include <thread>
 #include <unistd.h>
 
-#include "Host/Library/Scanner.h"
-#include "Tests/Host/LibraryFixture.h"
+#include "Tests/HostThreads/ScanFixture.h"
 #include "Tests/HostThreads/StoredCounts.h"
 
 namespace helmo {
 namespace {
 
 namespace Item = zornic::MediaItemProperty;
-namespace fs = std::filesystem;
-using Texts = std::vector<std::string>;
 
 /** Reads "title|artist|album|sort artist"; a file that begins with '!' is broken, and the rest says how. */
-class TextReader final : public TagReader {
+class TextReader final : public NameReader {
 public:
     TagReading read(const fs::path& file) override {
         ++reads;
@@ -45,8 +39,6 @@ public:
         return answersLate ? std::make_unique<LateStream>(*this) : TagReader::stream();
     }
 
-    std::atomic<int> reads{0};
-    std::function<void(const fs::path&)> onRead;
     bool answersLate = false;
 
 private:
@@ -69,37 +61,18 @@ private:
     };
 };
 
-class ScanRobustness : public LibraryFixture {
+class ScanRobustness : public ScanFixture<TextReader> {
 protected:
-    /** A file of another size or, by far, another time than any before. */
-    void write(const fs::path& name, const std::string& text) {
-        const fs::path file = music() / name;
-        fs::create_directories(file.parent_path());
-        std::ofstream(file, std::ios::binary) << text;
-        fs::last_write_time(file, fs::file_time_type::clock::now() + std::chrono::minutes(++_writes));
-    }
-    /** Scans; what was logged. */
+    /** Scans, and counts all that there is then; what was logged. */
     std::string scan() {
-        testing::internal::CaptureStderr();
-        {
-            Scanner scanner(_library, {music()}, _reader);
-            scanner.start();
-            EXPECT_TRUE(zornic::BackgroundWork::waitUntilIdle(std::chrono::seconds(60)));
-        }
+        const auto log = ScanFixture::scan();
         expectEverythingCounted(databaseFile());
-        return testing::internal::GetCapturedStderr();
-    }
-    static int lines(const std::string& log) { return static_cast<int>(std::ranges::count(log, '\n')); }
-    std::shared_ptr<zornic::MediaItem> named(const std::string& title) const {
-        return item(*query({}, {zornic::MediaPredicate::property(Item::Title, title)}), 0);
+        return log;
     }
     std::int64_t remembered() const {
         return Database(databaseFile(), Database::Access::ReadOnly)
             .integer({"SELECT COUNT(*) FROM unreadable", {}});
     }
-
-    std::shared_ptr<TextReader> _reader = std::make_shared<TextReader>();
-    int _writes = 0;
 };
 
 TEST_F(ScanRobustness, CountsAreTrueAfterEveryKindOfChange) {
@@ -242,7 +215,9 @@ TEST_F(ScanRobustness, AMediumThatIsTakenAwayIsOneLineAndComesBackWhole) {
     _reader->onRead = [&](const fs::path&) {
         if (--left == 0) fs::rename(music(), away);
     };
-    EXPECT_EQ(lines(scan()), 1);
+    const auto log = scan();
+    EXPECT_EQ(lines(log), 1);
+    EXPECT_NE(log.find(music().string() + ": taken away during the scan"), std::string::npos) << log;
     EXPECT_EQ(query()->_countOfItems(), 0u);
     EXPECT_EQ(remembered(), 0);
     // Unmounted, its place is an empty folder.
@@ -291,42 +266,11 @@ TEST_F(ScanRobustness, ALibraryCutOffAtAnyMomentOfItsFirstScanIsCompletedByTheNe
         _library = SqliteMediaLibrary::open(copies[at] / "library.db");
         ASSERT_TRUE(_library);
         found.insert(query()->_countOfItems());
-        testing::internal::CaptureStderr();
-        {
-            Scanner scanner(_library, {music()}, _reader);
-            scanner.start();
-            ASSERT_TRUE(zornic::BackgroundWork::waitUntilIdle(std::chrono::seconds(60)));
-        }
-        EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+        EXPECT_EQ(ScanFixture::scan(), "");
         EXPECT_EQ(query()->_countOfItems(), static_cast<std::uint64_t>(count));
         expectEverythingCounted(copies[at] / "library.db");
     }
     EXPECT_GT(found.size(), 1u);
-}
-
-TEST_F(ScanRobustness, ALibraryOfTheFirstVersionIsTakenOver) {
-    _library = nullptr;
-    fs::remove_all(databaseFile().parent_path());
-    fs::create_directories(databaseFile().parent_path());
-    {
-        std::ifstream dump(ZORNIC_TESTS "/HostThreads/library-version-1.sql");
-        std::stringstream sql;
-        sql << dump.rdbuf();
-        Database(databaseFile(), Database::Access::ReadWrite).execute(sql.str());
-    }
-    _library = SqliteMediaLibrary::open(databaseFile());
-    ASSERT_TRUE(_library);
-    ASSERT_TRUE(zornic::BackgroundWork::waitUntilIdle(std::chrono::seconds(60)));  // keys are renewed
-    expectEverythingCounted(databaseFile());
-    EXPECT_EQ(titles(*query()), (Texts{"One", "Three"}));
-    EXPECT_EQ(named("One")->valueForProperty(Item::PlayCount), zornic::Value(7));
-    EXPECT_EQ(Database(databaseFile(), Database::Access::ReadOnly)
-                  .integer({"SELECT COUNT(*) FROM track WHERE size <> -1", {}}),
-              0)
-        << "all files are read again";
-    add({tags("Two", "Ann", "Sun")});
-    EXPECT_EQ(titles(*query()), (Texts{"One", "Three", "Two"}));
-    expectEverythingCounted(databaseFile());
 }
 
 }  // namespace

@@ -5,41 +5,20 @@
 #include <mpegfile.h>
 #include <tableofcontentsframe.h>
 #include <textidentificationframe.h>
-#include <tpropertymap.h>
 
-#include "Host/Library/Scanner.h"
-#include "Host/Reader/Program/TagLibReader.h"
-#include "Tests/Host/LibraryFixture.h"
+#include "Tests/HostThreads/TaggedScanFixture.h"
 
 namespace helmo {
 namespace {
 
 namespace Item = zornic::MediaItemProperty;
 namespace Type = zornic::MediaType;
-namespace fs = std::filesystem;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
-using Properties = std::map<std::string, std::string>;
 
-std::string big(std::uint64_t value, int bytes) {
-    std::string text;
-    while (bytes-- > 0) text += static_cast<char>(bytes < 8 ? value >> 8 * bytes & 0xff : 0);
-    return text;
-}
-
-/** So many seconds of 16-bit sound, without any. */
-std::string flac(unsigned seconds = 1) {
-    return "fLaC" + big(0x80000022, 4) + big(4096, 2) + big(4096, 2) + std::string(6, '\0') +
-           big(0x0AC440F0, 4) + big(44100 * seconds, 4) + std::string(16, '\0') + "frames";
-}
-
-/** `seconds` of silence at 128 kbit/s. */
-std::string mpeg(int seconds) {
-    std::string frames;
-    for (int at = 0; at < seconds * 44100 / 1152; ++at) frames += big(0xFFFB9000, 4) + std::string(413, '\0');
-    return frames;
-}
+using SoundFiles::big;
+using SoundFiles::flac;
 
 std::string box(const std::string& name, const std::string& content) {
     return big(content.size() + 8, 4) + name + content;
@@ -124,29 +103,14 @@ struct Chapter {
     std::string title;
 };
 
-class SpokenMedia : public LibraryFixture {
+class SpokenMedia : public TaggedScanFixture {
 protected:
-    fs::path write(const fs::path& name, const std::string& bytes) {
-        const fs::path file = music() / name;
-        fs::create_directories(file.parent_path());
-        std::ofstream(file, std::ios::binary) << bytes;
-        return file;
-    }
-    template <class File>
-    void tagged(const fs::path& name, const std::string& bytes, const Properties& properties) {
-        TagLib::PropertyMap map;
-        for (const auto& [key, value] : properties)
-            map.insert(key, TagLib::String(value, TagLib::String::UTF8));
-        File file(write(name, bytes).c_str());
-        file.setProperties(map);
-        EXPECT_TRUE(file.save()) << name;
-    }
     void song(const fs::path& name, const Properties& properties) {
         tagged<TagLib::FLAC::File>(name, flac(), properties);
     }
     /** An MP3 file of a minute with these chapters in its tag; named in its contents, except "hidden". */
     void book(const fs::path& name, const Properties& properties, const std::vector<Chapter>& chapters) {
-        tagged<TagLib::MPEG::File>(name, mpeg(60), properties);
+        tagged<TagLib::MPEG::File>(name, SoundFiles::mpeg(60), properties);
         TagLib::MPEG::File file((music() / name).c_str());
         auto* tag = file.ID3v2Tag(true);
         TagLib::ByteVectorList children;
@@ -166,16 +130,6 @@ protected:
         contents->setIsTopLevel(true);
         tag->addFrame(contents);
         EXPECT_TRUE(file.save());
-    }
-    std::string scan() {
-        testing::internal::CaptureStderr();
-        Scanner scanner(_library, {music()}, std::make_shared<TagLibReader>());
-        scanner.start();
-        EXPECT_TRUE(zornic::BackgroundWork::waitUntilIdle(std::chrono::seconds(60)));
-        return testing::internal::GetCapturedStderr();
-    }
-    std::shared_ptr<zornic::MediaItem> named(const std::string& title) const {
-        return item(*query({}, {zornic::MediaPredicate::property(Item::Title, title)}), 0);
     }
     std::int64_t kindOf(const std::string& title) const {
         const auto found = named(title);

@@ -1,15 +1,15 @@
 #include "Tests/Journeys/JourneyFixture.h"
 
 #include <algorithm>
-#include <cstring>
 #include <fstream>
-#include <iterator>
 #include <unistd.h>
 
 #include <cairo.h>
 #include <taglib/attachedpictureframe.h>
 #include <taglib/id3v2tag.h>
 #include <taglib/wavfile.h>
+
+#include "Tests/Support/SoundFiles.h"
 
 namespace {
 
@@ -33,15 +33,8 @@ constexpr Song songs[] = {
     {"yoru.wav", "よるのみなと", "凪", "灯台", 5},
 };
 
-/** Silence as a WAV file. */
 void writeSilence(const fs::path& path, int seconds) {
-    constexpr std::uint32_t rate = 8000;
-    const std::uint32_t bytes = rate * static_cast<std::uint32_t>(seconds);
-    const std::uint32_t fields[] = {bytes + 36, 16, 1 | 1 << 16, rate, rate, 1 | 8 << 16, bytes};
-    std::string content = "RIFF....WAVEfmt ....................data....";
-    const std::size_t places[] = {4, 16, 20, 24, 28, 32, 40};
-    for (std::size_t i = 0; i < std::size(fields); ++i) std::memcpy(&content[places[i]], &fields[i], 4);
-    std::ofstream(path, std::ios::binary) << content << std::string(bytes, '\x80');
+    std::ofstream(path, std::ios::binary) << helmo::SoundFiles::silentWave(static_cast<unsigned>(seconds));
 }
 
 cairo_status_t append(void* text, const unsigned char* bytes, unsigned count) {

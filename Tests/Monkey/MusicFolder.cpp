@@ -1,13 +1,13 @@
 #include "Tests/Monkey/MusicFolder.h"
 
 #include <array>
-#include <cstdint>
-#include <cstring>
 #include <fstream>
 #include <string>
 
 #include <taglib/tpropertymap.h>
 #include <taglib/wavfile.h>
+
+#include "Tests/Support/SoundFiles.h"
 
 namespace fs = std::filesystem;
 
@@ -18,17 +18,6 @@ constexpr std::array artists = {"The Breakwaters", "Ilka Wend", "Юрий Ёлк
 constexpr std::array albums = {"Low Tide", "A Harbour Song", "Снег", "", "灯台"};
 constexpr std::array titles = {"Amber Road", "Ölberg",    "Вечер", "ليل",
                                "바다",       "7 Bridges", "",      "(what is left)"};
-
-/** Silence, at so few bytes a second that hours are small. */
-void writeSilence(const fs::path& path, unsigned seconds) {
-    constexpr std::uint32_t rate = 500;
-    const std::uint32_t bytes = rate * seconds;
-    const std::uint32_t fields[] = {bytes + 36, 16, 1 | 1 << 16, rate, rate, 1 | 8 << 16, bytes};
-    constexpr std::size_t places[] = {4, 16, 20, 24, 28, 32, 40};
-    std::string content = "RIFF....WAVEfmt ....................data....";
-    for (std::size_t i = 0; i < std::size(fields); ++i) std::memcpy(&content[places[i]], &fields[i], 4);
-    std::ofstream(path, std::ios::binary) << content << std::string(bytes, '\x80');
-}
 
 template <class List>
 std::string one(const List& list, unsigned number) {
@@ -50,7 +39,9 @@ fs::path MusicFolder::file(unsigned number) const {
 }
 
 void MusicFolder::write(unsigned number) const {
-    writeSilence(file(number), number % 9 == 0 ? 1 : 10 + number * 7);
+    // At so few bytes a second that hours are small.
+    std::ofstream(file(number), std::ios::binary)
+        << helmo::SoundFiles::silentWave(number % 9 == 0 ? 1 : 10 + number * 7, 500);
     TagLib::RIFF::WAV::File wave(file(number).c_str());
     TagLib::PropertyMap tags;
     const auto set = [&](const char* name, const std::string& text) {
