@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include "Platform/Foundation/RunLoop.h"
 #include "Platform/Toolkit/ActivityIndicatorView.h"
 #include "Platform/Toolkit/Animation.h"

@@ -65,6 +65,10 @@ protected:
         loop.fireFrame();
         window->takeDamage();
     }
+    /** Sixty a second, for so long. */
+    void frames(Seconds time) {
+        for (; time > Seconds(0); time -= Seconds(1.0 / 60)) frame(toDuration(Seconds(1.0 / 60)));
+    }
     void settle() { frame(std::chrono::seconds(1)); }
 
     ManualClock clock;

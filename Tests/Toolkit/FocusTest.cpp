@@ -1,38 +1,14 @@
 #include <set>
 
 #include "ControllerFixture.h"
+#include "ListController.h"
 #include "Platform/Toolkit/AlertController.h"
 #include "Platform/Toolkit/Button.h"
 #include "Platform/Toolkit/TabBarController.h"
-#include "Platform/Toolkit/TableViewController.h"
 
 using namespace zornic;
 
 namespace {
-
-/** A list of numbered rows that lets the focus out to buttons from its ends only. */
-class NumbersController : public TableViewController {
-public:
-    void viewDidLoad() override {
-        TableViewController::viewDidLoad();
-        tableView()->registerCellClass("row", [](const std::string& identifier) {
-            return make<TableViewCell>(TableViewCellStyle::Default, identifier);
-        });
-    }
-    std::uint64_t tableViewNumberOfRowsInSection(TableView&, std::uint64_t) override { return count; }
-    std::shared_ptr<TableViewCell> tableViewCellForRowAtIndexPath(TableView& table,
-                                                                  const IndexPath& path) override {
-        const auto cell = table.dequeueReusableCellWithIdentifier("row");
-        cell->textLabel()->setText(std::to_string(path.row()));
-        return cell;
-    }
-    bool tableViewShouldChangeFocusedItemFromRowAtIndexPath(TableView&, const std::shared_ptr<View>& next,
-                                                            const IndexPath& path) override {
-        return !dynamic_cast<Button*>(next.get()) || leaves.count(path.row());
-    }
-    std::uint64_t count = 20;
-    std::set<std::uint64_t> leaves{0, 19};
-};
 
 class FocusTest : public ControllerTest {
 protected:
@@ -47,11 +23,22 @@ protected:
         parent->addSubview(made);
         return made;
     }
+    /** A list of numbered rows that lets the focus out to buttons from `leaves` only. */
+    std::shared_ptr<ListController> numbers() {
+        const auto list = make<ListController>();
+        list->rows = {20};
+        list->mayLeave = [this](const auto& next, const IndexPath& from) {
+            return !dynamic_cast<Button*>(next.get()) || leaves.count(from.row());
+        };
+        return list;
+    }
+    /** What is focused, a row by its number. */
     std::string focused() {
         window->takeDamage();
         const auto item = window->focusSystem().focusedItem();
         EXPECT_EQ(focusedIn(*window), item ? 1 : 0);
-        return item ? item->accessibilityText() : "none";
+        const auto text = item ? item->accessibilityText() : "none";
+        return text.substr(text.find('.') + 1);
     }
     std::string turned(int detents) {
         window->turnKnob(detents);
@@ -62,6 +49,8 @@ protected:
         for (const auto& subview : view.subviews()) sum += focusedIn(*subview);
         return sum;
     }
+
+    std::set<std::uint64_t> leaves{0, 19};
 };
 
 }  // namespace
@@ -106,7 +95,7 @@ TEST_F(FocusTest, GoesInReadingOrderAndStopsAtTheEnds) {
 }
 
 TEST_F(FocusTest, AListIsOneStopWhoseEndsLetGo) {
-    const auto list = make<NumbersController>();
+    const auto list = numbers();
     const auto stack = make<NavigationController>(make<ViewController>());
     list->setTitle("list");
     const auto right = button("right", {0, 0, 100, 30}, make<View>());
@@ -117,21 +106,21 @@ TEST_F(FocusTest, AListIsOneStopWhoseEndsLetGo) {
     EXPECT_EQ(turned(-1), "right");
     EXPECT_EQ(turned(1), "0");
     EXPECT_EQ(turned(5), "5");
-    list->leaves = {};
+    leaves = {};
     EXPECT_EQ(turned(-20), "0");  // no way out
     EXPECT_EQ(turned(40), "19");
-    list->count = 3;
+    list->rows = {3};
     list->tableView()->reloadData();
     EXPECT_EQ(focused(), "2");
-    list->count = 0;
+    list->rows = {0};
     list->tableView()->reloadData();
     EXPECT_NE(focused(), "none");
     EXPECT_FALSE(window->focusSystem().focusedItem()->isDescendantOf(*list->view()));
 }
 
 TEST_F(FocusTest, IsOnViewAgainAfterAFingerScrolledItAway) {
-    const auto list = make<NumbersController>();
-    list->count = 1000;
+    const auto list = numbers();
+    list->rows = {1000};
     show(list);
     EXPECT_EQ(turned(2), "2");
     window->touchDown({100, 300});
@@ -152,7 +141,7 @@ TEST_F(FocusTest, IsOnViewAgainAfterAFingerScrolledItAway) {
 }
 
 TEST_F(FocusTest, ReturnsWhereAScreenHadItWhenTheScreenComesBack) {
-    const auto list = make<NumbersController>(), deeper = make<NumbersController>();
+    const auto list = numbers(), deeper = numbers();
     const auto stack = make<NavigationController>(list);
     show(stack);
     EXPECT_EQ(turned(4), "4");
@@ -194,7 +183,7 @@ TEST_F(FocusTest, ReturnsAtOnceFromAnAlertThatFadesAway) {
 
 TEST_F(FocusTest, BackGoesFromTheContentToItsTab) {
     const auto tabs = make<TabBarController>();
-    const auto one = make<NumbersController>(), two = make<NumbersController>();
+    const auto one = numbers(), two = numbers();
     one->setTitle("one");
     two->setTitle("two");
     tabs->setViewControllers({one, two});

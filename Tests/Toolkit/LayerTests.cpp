@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include "Platform/Toolkit/Layer.h"
 #include "Tests/Support/RecordingCanvas.h"
 

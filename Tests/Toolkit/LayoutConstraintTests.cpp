@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include "Platform/Toolkit/Label.h"
 
 using namespace zornic;

@@ -1,6 +1,5 @@
-#include "Platform/Foundation/RunLoop.h"
+#include "ControllerFixture.h"
 #include "Platform/Toolkit/ScrollView.h"
-#include "Platform/Toolkit/Window.h"
 
 using namespace zornic;
 using namespace std::chrono_literals;
@@ -16,24 +15,13 @@ protected:
     double alignedOffset(double offset) const override { return std::round(offset / 40) * 40; }
 };
 
-class ScrollViewTest : public testing::Test {
+class ScrollViewTest : public ControllerTest {
 protected:
     void SetUp() override {
-        window->setScreen(make<Screen>(Size{800, 400}, 2.0));
+        screen->setSize({800, 400}, 2);
         scroll->setContentSize({800, 2000});
         root->setView(scroll);
-        window->setRootViewController(root);
-        window->setWindowHidden(false);
-        frames(0s);
-    }
-
-    void frames(Seconds time) {
-        for (auto left = time; left > 0s; left -= Seconds(1.0 / 60)) {
-            clock.advance(toDuration(Seconds(1.0 / 60)));
-            loop.runDue();
-            loop.fireFrame();
-        }
-        window->takeDamage();
+        show(root);
     }
 
     /** Moves a finger that is down in even steps of a frame. */
@@ -46,9 +34,6 @@ protected:
 
     double offset() const { return scroll->contentOffset().y; }
 
-    ManualClock clock;
-    RunLoop loop{clock};
-    std::shared_ptr<Window> window = make<Window>(Rect(0, 0, 800, 400));
     std::shared_ptr<ViewController> root = make<ViewController>();
     std::shared_ptr<SteppedScrollView> scroll = make<SteppedScrollView>(Rect(0, 0, 800, 400));
 };

@@ -1,8 +1,6 @@
-#include "Platform/Foundation/RunLoop.h"
+#include "ControllerFixture.h"
+#include "ListController.h"
 #include "Platform/Toolkit/Button.h"
-#include "Platform/Toolkit/TableView.h"
-#include "Platform/Toolkit/TableViewController.h"
-#include "Platform/Toolkit/Window.h"
 #include "Tests/Support/RecordingCanvas.h"
 
 using namespace zornic;
@@ -10,77 +8,14 @@ using namespace std::chrono_literals;
 
 namespace {
 
-/** A list of rows named "section.row". */
-class ListController : public TableViewController {
-public:
-    std::vector<std::uint64_t> rows{100};
-    std::vector<std::string> index;
-    std::vector<std::string> headers;
-    bool headersHaveButtons = false, cellsAreMissing = false;
-    int counted = 0;
-    std::vector<IndexPath> asked, chosen;
-    std::function<void(const IndexPath&)> onSelect;
-    std::vector<IndexPath> refusedFrom;
-
-    void viewDidLoad() override {
-        tableView()->registerCellClass("row", [](const std::string& id) {
-            return make<TableViewCell>(TableViewCellStyle::Subtitle, id);
-        });
-    }
-    std::uint64_t numberOfSectionsInTableView(TableView&) override {
-        ++counted;
-        return rows.size();
-    }
-    std::uint64_t tableViewNumberOfRowsInSection(TableView&, std::uint64_t section) override {
-        return rows[section];
-    }
-    std::shared_ptr<TableViewCell> tableViewCellForRowAtIndexPath(TableView& table,
-                                                                  const IndexPath& path) override {
-        asked.push_back(path);
-        if (cellsAreMissing) return nullptr;
-        auto cell = table.dequeueReusableCellWithIdentifier("row");
-        cell->textLabel()->setText(std::to_string(path.section()) + "." + std::to_string(path.row()));
-        return cell;
-    }
-    std::optional<std::string> tableViewTitleForHeaderInSection(TableView&, std::uint64_t section) override {
-        return section < headers.size() ? std::optional(headers[section]) : std::nullopt;
-    }
-    std::shared_ptr<View> tableViewViewForHeaderInSection(TableView&, std::uint64_t) override {
-        if (!headersHaveButtons) return nullptr;
-        const auto header = make<TableHeaderFooterView>("button");
-        header->contentView()->addSubview(make<Control>(Rect(700, 0, 44, 28)));
-        return header;
-    }
-    std::vector<std::string> sectionIndexTitlesForTableView(TableView&) override { return index; }
-    void tableViewDidSelectRowAtIndexPath(TableView&, const IndexPath& path) override {
-        chosen.push_back(path);
-        if (onSelect) onSelect(path);
-    }
-    bool tableViewShouldChangeFocusedItemFromRowAtIndexPath(TableView&, const std::shared_ptr<View>&,
-                                                            const IndexPath& path) override {
-        return std::ranges::find(refusedFrom, path) == refusedFrom.end();
-    }
-};
-
 /** A window of 800 x 436: nine rows and nine tenths. */
-class TableViewTest : public testing::Test {
+class TableViewTest : public ControllerTest {
 protected:
     void show(bool knob = false) {
-        const auto screen = make<Screen>(Size{800, 436}, 1.0);
+        screen->setSize({800, 436}, 1);
         if (knob) screen->setIntegerCapability(ScreenCapability::InteractionModels, InteractionModel::Knob);
-        window->setScreen(screen);
-        window->setRootViewController(list);
-        window->setWindowHidden(false);
+        ControllerTest::show(list);
         frames(0.1s);
-    }
-
-    void frames(Seconds time) {
-        for (auto left = time; left > 0s; left -= Seconds(1.0 / 60)) {
-            clock.advance(toDuration(Seconds(1.0 / 60)));
-            loop.runDue();
-            loop.fireFrame();
-            window->takeDamage();
-        }
     }
 
     void drag(double fromY, double toY, int steps = 4) {
@@ -121,10 +56,7 @@ protected:
     const std::shared_ptr<TableView>& table() { return list->tableView(); }
     double offset() { return table()->contentOffset().y; }
 
-    ManualClock clock;
-    RunLoop loop{clock};
     std::shared_ptr<ListController> list = make<ListController>();
-    std::shared_ptr<Window> window = make<Window>(Rect(0, 0, 800, 436));
 };
 
 }  // namespace
@@ -305,10 +237,10 @@ TEST_F(TableViewTest, TheKnobSeesOneRowBeyondAndKeepsItsRowOverAReload) {
     window->turnKnob(6);
     EXPECT_EQ(focused(), "2.6");
     EXPECT_GE(table()->bounds().maxY(), table()->rectForRowAtIndexPath({2, 7}).maxY());
-    list->refusedFrom = {{2, 8}};
+    list->mayLeave = [](const auto&, const IndexPath& from) { return from != IndexPath{2, 8}; };
     window->turnKnob(9);  // a fast spin does not jump what may not be left
     EXPECT_EQ(focused(), "2.8");
-    list->refusedFrom.clear();
+    list->mayLeave = nullptr;
 
     table()->reloadData();
     frames(0.1s);
@@ -331,22 +263,6 @@ TEST_F(TableViewTest, TheKnobSeesOneRowBeyondAndKeepsItsRowOverAReload) {
     window->turnKnob(-20);
     EXPECT_EQ(focused(), "0.0");
     EXPECT_EQ(offset(), 0);
-}
-
-TEST_F(TableViewTest, TheKnobStopsAtButtonsInHeaders) {
-    list->rows = {20, 20};
-    list->headers = {"one", "two"};
-    list->headersHaveButtons = true;
-    show(true);
-    window->turnKnob(20);
-    const auto button = window->focusSystem().focusedItem();
-    ASSERT_TRUE(button);
-    EXPECT_EQ(focused(), "");
-    EXPECT_TRUE(table()->bounds().contains(table()->rectForHeaderInSection(1)));
-    window->turnKnob(1);
-    EXPECT_EQ(focused(), "1.0");
-    window->turnKnob(-2);
-    EXPECT_EQ(focused(), "0.19");
 }
 
 TEST_F(TableViewTest, TheSelectionGoesWhenTheScreenComesBack) {

@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include "Platform/Toolkit/FixedWidthTextEngine.h"
 #include "Platform/Toolkit/Label.h"
 #include "Tests/Support/RecordingCanvas.h"
