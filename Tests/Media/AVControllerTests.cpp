@@ -63,7 +63,7 @@ TEST_F(AVControllerTest, AQueuePlaysThroughAndEnds) {
     EXPECT_EQ(title(), "none");
     EXPECT_EQ(player->state(), AVPlaybackState::Stopped);
     EXPECT_EQ(posts, (Posts{{"item", 2}, {"state", 1}}));
-    EXPECT_EQ(library->playedItems(), (std::vector{ids[3], ids[4]}));
+    EXPECT_EQ(library->played, (std::vector{ids[3], ids[4]}));
     player->play();
     EXPECT_EQ(title(), "A") << "the queue is still there";
 
@@ -82,7 +82,7 @@ TEST_F(AVControllerTest, RepeatDecidesWhatFollowsEvenWhenItChangesShortlyBeforeT
     player->setActiveRepeatType(1);
     pass(62);
     EXPECT_EQ(title(), "A");
-    EXPECT_EQ(library->playedItems().size(), 3U);
+    EXPECT_EQ(library->played.size(), 3U);
     player->changePlaybackIndexBy(1);
     EXPECT_EQ(title(), "B") << "who skips wants another item";
     player->setActiveRepeatType(0);
@@ -120,7 +120,7 @@ TEST_F(AVControllerTest, SkippingMovesInTheQueueAsItPlaysOrRests) {
     player->changePlaybackIndexBy(-1);
     player->changePlaybackIndexBy(2);
     EXPECT_EQ(title(), "none");
-    EXPECT_TRUE(library->playedItems().empty());
+    EXPECT_TRUE(library->played.empty());
 }
 
 TEST_F(AVControllerTest, HoldingRunsTheTimeFasterAndFaster) {
@@ -262,9 +262,8 @@ TEST_F(AVControllerTest, WhatCannotBePlayedIsPassedOverInEitherDirection) {
     player->reloadWithPlaybackContext(context(0));
     pass(1);
     EXPECT_EQ(title(), "C");
-}
 
-TEST_F(AVControllerTest, AQueueOfBrokenFilesComesToAnEnd) {
+    // A queue of nothing else comes to an end.
     broken = {"/music/A", "/music/B", "/music/C", "/music/D", "/music/E"};
     player->setActiveRepeatType(2);
     start(2);
@@ -274,9 +273,10 @@ TEST_F(AVControllerTest, AQueueOfBrokenFilesComesToAnEnd) {
     // One that plays goes round and round, whatever is broken beside it.
     broken.erase("/music/A");
     start(0);
+    const auto played = library->played.size();
     pass(610);
     EXPECT_EQ(title(), "A");
-    EXPECT_EQ(library->playedItems().size(), 10U);
+    EXPECT_EQ(library->played.size() - played, 10U);
 }
 
 TEST_F(AVControllerTest, WhoeverIsToldMayStopOrDropThePlayer) {
@@ -293,28 +293,6 @@ TEST_F(AVControllerTest, WhoeverIsToldMayStopOrDropThePlayer) {
     player->reloadWithPlaybackContext(context(1));
     pass(100);
     EXPECT_EQ(player, nullptr);
-}
-
-TEST_F(AVControllerTest, AFeederClassOfTheContextIsUsed) {
-    class Reversed final : public QueueFeederClass {
-    public:
-        std::shared_ptr<AVQueueFeeder> makeFeeder(const QueryPlaybackContext& context,
-                                                  std::uint64_t seed) const override {
-            return make<MediaQueryQueueFeeder>(context.query(), 4 - context.startIndex().value_or(0),
-                                               context.shuffleType(), seed);
-        }
-    };
-    class Context final : public QueryPlaybackContext {
-    public:
-        using QueryPlaybackContext::QueryPlaybackContext;
-        std::shared_ptr<const QueueFeederClass> queueFeederClass() const override {
-            return std::make_shared<Reversed>();
-        }
-    };
-    const auto request = make<Context>(MediaQuery::songsQuery());
-    request->setStartIndex(1);
-    player->reloadWithPlaybackContext(request);
-    EXPECT_EQ(title(), "D");
 }
 
 }  // namespace

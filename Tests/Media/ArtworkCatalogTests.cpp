@@ -10,7 +10,7 @@ namespace {
 class ArtworkCatalogTest : public MediaFixture {
 protected:
     ArtworkCatalogTest() {
-        for (const auto* token : {"a", "b", "c", "d", "e", "f"}) library->setArtwork(token);
+        for (const auto* token : {"a", "b", "c", "d", "e", "f"}) library->artwork.insert(token);
     }
     ~ArtworkCatalogTest() override {
         ArtworkCatalog::evictAll();
@@ -102,7 +102,7 @@ TEST_F(ArtworkCatalogTest, ThatThereIsNoPictureIsRememberedUntilTheLibraryChange
     EXPECT_EQ(arrived.back(), "no ");
     EXPECT_EQ(library->loadedArtwork().size(), 1U);
 
-    library->setArtwork("missing");
+    library->artwork.insert("missing");
     library->addSong("New", "Artist", "Album");
     bind(cell, "missing");
     settle();

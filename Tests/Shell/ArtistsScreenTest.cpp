@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include "Cell Configurations/ZRNArtistCellConfiguration.h"
 #include "Data Sources/ZRNArtistsDataSource.h"
 #include "Tests/Shell/LibraryScreens.h"
@@ -69,18 +67,6 @@ TEST_F(ArtistsScreenTest, WhoPlaysIsMarkedByArtist) {
     player->changePlaybackIndexBy(-1);
     advance(0);
     EXPECT_EQ(marks(), "x-");
-    player->stop();
-    advance(0);
-    EXPECT_EQ(marks(), "--");
-}
-
-TEST_F(ArtistsScreenTest, AComposerLeadsToHisWorksAlone) {
-    addGuests();
-    openTab(ZRNComposersViewControllerIdentifier);
-    choose(0, 0);
-    EXPECT_EQ(list().title(), "Zoe");
-    EXPECT_EQ(list().queryDataSource()->numberOfSections(), 2U);
-    EXPECT_EQ(list().queryDataSource()->count(), 2U);
 }
 
 TEST_F(ArtistsScreenTest, AnArtistWithoutAnIDIsFoundByASong) {

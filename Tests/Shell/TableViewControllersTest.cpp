@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include "Cell Configurations/ZRNSongCellConfiguration.h"
 #include "Data Sources/ZRNQueryDataSource.h"
 #include "Platform/Toolkit/NavigationController.h"
@@ -165,26 +163,6 @@ TEST_F(TableViewControllersTest, TheKnobLeavesAListOnlyAtTheEndsOfASection) {
         EXPECT_EQ(list->tableViewShouldChangeFocusedItemFromRowAtIndexPath(table, next, from), allowed);
 }
 
-TEST_F(TableViewControllersTest, AKnobTakesFocusFromTheBarIntoTheListAndBack) {
-    setUIMode(2);
-    addSongs({"A1", "A2", "A3"});
-    const auto list = songs();
-    const auto stack = make<Stack>(make<ViewController>());
-    show(stack);
-    push(*stack, list);
-    const auto focusedRow = [&] {
-        const auto cell = std::dynamic_pointer_cast<TableViewCell>(window->focusSystem().focusedItem());
-        return cell ? cell->indexPath() : IndexPath();
-    };
-    EXPECT_EQ(focusedRow(), (IndexPath{0, 0}));
-    window->turnKnob(1);
-    EXPECT_EQ(focusedRow(), (IndexPath{0, 1}));
-    window->turnKnob(-2);
-    EXPECT_TRUE(std::dynamic_pointer_cast<Button>(window->focusSystem().focusedItem()));
-    window->turnKnob(1);
-    EXPECT_EQ(focusedRow(), (IndexPath{0, 0}));
-}
-
 TEST_F(TableViewControllersTest, TheChosenRowStaysMarkedUntilTheListIsBack) {
     addAlbums("ABC");
     const auto list = albums();
@@ -235,6 +213,7 @@ TEST_F(TableViewControllersTest, SeparatorsAndTextsMakeRoomForPictures) {
     EXPECT_EQ(inset(single), 57);
     EXPECT_EQ(cell->artworkImageView()->frame(), Rect(12, 4, 36, 36));
     EXPECT_GE(cell->textLabel()->convertToWindow(cell->textLabel()->bounds()).x(), 57);
+    EXPECT_FALSE(ZRNAlbumPlaceholderImageWithStyle(2));
     const auto view = cell->artworkImageView();
     EXPECT_EQ(inset(twoLines), 57);
     EXPECT_EQ(cell->artworkImageView(), view) << "another picture in the same view";

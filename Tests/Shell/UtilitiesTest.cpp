@@ -1,11 +1,7 @@
 #include <cmath>
 #include <limits>
 
-#include <gtest/gtest.h>
-
-#include "Platform/Media/MediaItem.h"
 #include "Tests/Support/ScreenFixture.h"
-#include "Utilities/MediaItemHelmo.h"
 #include "Utilities/ZRNHelmoScreen.h"
 #include "Utilities/ZRNStrings.h"
 #include "Utilities/ZRNViews.h"
@@ -58,22 +54,6 @@ TEST_F(UtilitiesTest, AlbumSummariesNameMinutesFromTheFirstOn) {
     EXPECT_EQ(_ZRNStringFromIndexPath({}), "");
 }
 
-TEST_F(UtilitiesTest, WhatAnItemLacksIsNamed) {
-    const auto bare = library->itemWithPersistentID(library->addSong("", "", ""), true);
-    EXPECT_EQ(titleWithFallback(*bare), "Unknown title");
-    EXPECT_EQ(albumTitleWithFallback(*bare), "Unknown album");
-    EXPECT_EQ(albumArtistWithFallback(*bare), "Unknown artist");
-    const auto single = library->itemWithPersistentID(
-        library->addSong("Song", "Anna", "", 1, {{MediaItemProperty::AlbumArtist, ""}}), true);
-    EXPECT_EQ(albumArtistWithFallback(*single), "Anna");
-
-    const Image oneLine = albumImageWithFallbackForSizeDoubleLineRow(*bare, {36, 36}, false);
-    const Image twoLines = albumImageWithFallbackForSizeDoubleLineRow(*bare, {36, 36}, true);
-    EXPECT_TRUE(oneLine && twoLines);
-    EXPECT_NE(oneLine, twoLines);
-    EXPECT_FALSE(ZRNAlbumPlaceholderImageWithStyle(2));
-}
-
 TEST_F(UtilitiesTest, TheKnobWinsOverTouch) {
     struct Case {
         std::int64_t models, touchLevel, mode;
@@ -86,14 +66,6 @@ TEST_F(UtilitiesTest, TheKnobWinsOverTouch) {
     }
     Screen::setCarScreen(nullptr);
     EXPECT_EQ(ZRNHelmoUIMode(), ZRNHelmoUIModeHiTouch);
-}
-
-TEST_F(UtilitiesTest, ViewsShareAStripEqually) {
-    const std::vector views = {make<View>(), make<View>(), make<View>()};
-    ZRNTileViewsHorizontally(views, {5, 7, 110, 20}, 10);
-    EXPECT_EQ(views[0]->frame(), Rect(5, 7, 30, 20));
-    EXPECT_EQ(views[2]->frame(), Rect(85, 7, 30, 20));
-    ZRNTileViewsHorizontally({}, {0, 0, 100, 20}, 10);
 }
 
 TEST_F(UtilitiesTest, OnlyComposedControlsAreCharged) {

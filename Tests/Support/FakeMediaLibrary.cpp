@@ -1,9 +1,7 @@
 #include "Tests/Support/FakeMediaLibrary.h"
 
-#include <algorithm>
 #include <cctype>
 
-#include "Platform/Foundation/DispatchQueue.h"
 #include "Platform/Foundation/NotificationCenter.h"
 
 namespace zornic {
@@ -27,6 +25,13 @@ std::vector<MediaQuerySection> sectionsOf(const std::vector<std::string>& texts)
         ++sections.back().range.length;
     }
     return sections;
+}
+
+Dictionary someOf(const Dictionary& all, const std::vector<std::string>& properties) {
+    Dictionary values;
+    for (const auto& property : properties)
+        if (const auto& value = valueForKey(all, property)) values[property] = value;
+    return values;
 }
 
 MediaQuerySectionInfo infoOf(const std::vector<MediaQuerySection>& sections) {
@@ -80,14 +85,6 @@ public:
 
 }  // namespace
 
-PersistentID FakeMediaLibrary::groupID(const std::string& kind, const std::string& name) {
-    return idOfName(kind, name);
-}
-
-PersistentID FakeMediaLibrary::albumID(const std::string& album, const std::string& albumArtist) {
-    return album.empty() ? 0 : idOfName("album", album + "/" + albumArtist);
-}
-
 PersistentID FakeMediaLibrary::addItem(Dictionary values) {
     using namespace MediaItemProperty;
     const auto text = [&](const char* property) { return valueForKey(values, property).asText(); };
@@ -97,12 +94,14 @@ PersistentID FakeMediaLibrary::addItem(Dictionary values) {
         values.try_emplace(MediaItemProperty::PersistentID, _store.nextID).first->second.asUnsigned();
     _store.nextID = std::max(_store.nextID, id) + 1;
     values.try_emplace(MediaItemProperty::MediaType, MediaType::Music);
-    values.try_emplace(ArtistPersistentID, groupID("artist", text(Artist)));
-    values.try_emplace(AlbumArtistPersistentID, groupID("albumArtist", text(AlbumArtist)));
-    values.try_emplace(AlbumPersistentID, albumID(text(AlbumTitle), text(AlbumArtist)));
-    values.try_emplace(ComposerPersistentID, groupID("composer", text(Composer)));
-    values.try_emplace(GenrePersistentID, groupID("genre", text(Genre)));
-    values.try_emplace(PodcastPersistentID, groupID("podcast", text(PodcastTitle)));
+    values.try_emplace(ArtistPersistentID, idOfName("artist", text(Artist)));
+    values.try_emplace(AlbumArtistPersistentID, idOfName("albumArtist", text(AlbumArtist)));
+    values.try_emplace(
+        AlbumPersistentID,
+        text(AlbumTitle).empty() ? 0 : idOfName("album", text(AlbumTitle) + "/" + text(AlbumArtist)));
+    values.try_emplace(ComposerPersistentID, idOfName("composer", text(Composer)));
+    values.try_emplace(GenrePersistentID, idOfName("genre", text(Genre)));
+    values.try_emplace(PodcastPersistentID, idOfName("podcast", text(PodcastTitle)));
     _store.items[id] = std::move(values);
     changed();
     return id;
@@ -147,31 +146,14 @@ void FakeMediaLibrary::removePlaylist(const MediaPlaylist& playlist) {
     changed();
 }
 
-void FakeMediaLibrary::setArtwork(const std::string& token) {
-    std::lock_guard lock(_mutex);
-    _artwork.insert(token);
-}
-
-void FakeMediaLibrary::setChapters(PersistentID item, std::vector<MediaChapter> chapters) {
-    std::lock_guard lock(_mutex);
-    _chapters[item] = std::move(chapters);
-}
-
 std::vector<MediaChapter> FakeMediaLibrary::chaptersOfItem(PersistentID item, MediaChapterType) const {
-    std::lock_guard lock(_mutex);
-    const auto found = _chapters.find(item);
-    return found == _chapters.end() ? std::vector<MediaChapter>() : found->second;
-}
-
-void FakeMediaLibrary::setRepresentativeArtists(PersistentID playlist, std::vector<std::string> artists) {
-    std::lock_guard lock(_mutex);
-    _representativeArtists[playlist] = std::move(artists);
+    const auto found = chapters.find(item);
+    return found == chapters.end() ? std::vector<MediaChapter>() : found->second;
 }
 
 std::vector<std::string> FakeMediaLibrary::representativeArtistsOfPlaylist(PersistentID playlist) const {
-    std::lock_guard lock(_mutex);
-    const auto found = _representativeArtists.find(playlist);
-    return found == _representativeArtists.end() ? std::vector<std::string>() : found->second;
+    const auto found = representativeArtists.find(playlist);
+    return found == representativeArtists.end() ? std::vector<std::string>() : found->second;
 }
 
 void FakeMediaLibrary::postDidChange() {
@@ -248,7 +230,7 @@ std::shared_ptr<const MediaEntityList> FakeMediaLibrary::list(std::uint64_t coun
     return std::make_shared<LazyList>(count, [weakSelf, row = std::move(row)](auto index) {
         const auto library = weakSelf.lock();
         if (library) ++library->entitiesMade;
-        return row(library, index);
+        return library && library->goneRow == index ? nullptr : row(library, index);
     });
 }
 
@@ -257,11 +239,7 @@ Dictionary FakeMediaLibrary::valuesOfItem(PersistentID persistentID,
     std::lock_guard lock(_mutex);
     ++fetches;
     const auto found = _store.items.find(persistentID);
-    Dictionary values;
-    if (found == _store.items.end()) return values;
-    for (const auto& property : properties)
-        if (const auto& value = valueForKey(found->second, property)) values[property] = value;
-    return values;
+    return found == _store.items.end() ? Dictionary() : someOf(found->second, properties);
 }
 
 Dictionary FakeMediaLibrary::valuesOfPlaylist(PersistentID persistentID,
@@ -269,11 +247,7 @@ Dictionary FakeMediaLibrary::valuesOfPlaylist(PersistentID persistentID,
     std::lock_guard lock(_mutex);
     ++fetches;
     const auto found = _store.playlists.find(persistentID);
-    Dictionary values;
-    if (found == _store.playlists.end()) return values;
-    for (const auto& property : properties)
-        if (const auto& value = valueForKey(found->second.values, property)) values[property] = value;
-    return values;
+    return found == _store.playlists.end() ? Dictionary() : someOf(found->second.values, properties);
 }
 
 std::shared_ptr<const ImageSource> FakeMediaLibrary::loadArtwork(const std::string& token, Size fittingSize,
@@ -281,27 +255,12 @@ std::shared_ptr<const ImageSource> FakeMediaLibrary::loadArtwork(const std::stri
     if (onLoadArtwork) onLoadArtwork(token);
     std::lock_guard lock(_mutex);
     _loadedArtwork.push_back(token);
-    return _artwork.contains(token) ? std::make_shared<FakeImageSource>(fittingSize, scale) : nullptr;
+    return artwork.contains(token) ? std::make_shared<FakeImageSource>(fittingSize, scale) : nullptr;
 }
 
 std::vector<std::string> FakeMediaLibrary::loadedArtwork() const {
     std::lock_guard lock(_mutex);
     return _loadedArtwork;
-}
-
-void FakeMediaLibrary::populatePlaylist(PersistentID, const std::shared_ptr<MediaItem>&,
-                                        std::function<void(std::optional<Error>)> completion) {
-    mainQueue().async([completion = std::move(completion), error = populateError] { completion(error); });
-}
-
-void FakeMediaLibrary::noteItemPlayed(PersistentID persistentID) {
-    std::lock_guard lock(_mutex);
-    _played.push_back(persistentID);
-}
-
-std::vector<PersistentID> FakeMediaLibrary::playedItems() const {
-    std::lock_guard lock(_mutex);
-    return _played;
 }
 
 }  // namespace zornic

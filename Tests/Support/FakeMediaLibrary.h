@@ -43,15 +43,8 @@ public:
     PersistentID addPlaylist(const std::string& name, std::vector<PersistentID> items, Dictionary more = {});
     void setValue(PersistentID item, const std::string& property, Value value);
     void removeItem(PersistentID item);
-    /** From now on `token` has a picture. */
-    void setArtwork(const std::string& token);
-    void setChapters(PersistentID item, std::vector<MediaChapter> chapters);
-    void setRepresentativeArtists(PersistentID playlist, std::vector<std::string> artists);
     /** Posts that the library changed, as sender. Changes alone only move the generation. */
     void postDidChange();
-    /** ID of a group: kind is "artist", "albumArtist", "composer", "genre" or "podcast". */
-    static PersistentID groupID(const std::string& kind, const std::string& name);
-    static PersistentID albumID(const std::string& album, const std::string& albumArtist);
 
     bool hasSongs() const override;
     std::uint64_t generation() const override { return _generation; }
@@ -70,15 +63,18 @@ public:
     bool isBrivoEnabled() const override { return brivoEnabled; }
     std::shared_ptr<MediaPlaylist> activeBrivoPlaylist() const override { return brivoPlaylist; }
     void removePlaylist(const MediaPlaylist& playlist) override;
-    void populatePlaylist(PersistentID playlist, const std::shared_ptr<MediaItem>& seed,
-                          std::function<void(std::optional<Error>)> completion) override;
-    void noteItemPlayed(PersistentID persistentID) override;
+    void noteItemPlayed(PersistentID persistentID) override { played.push_back(persistentID); }
 
     bool deviceLibrary = true;
     bool brivoEnabled = false;
     std::shared_ptr<MediaPlaylist> brivoPlaylist;
-    /** What filling a playlist ends with. */
-    std::optional<Error> populateError;
+    /** Tokens that have a picture, and what else is known of items and playlists. Set while nothing runs. */
+    std::set<std::string> artwork;
+    std::map<PersistentID, std::vector<MediaChapter>> chapters;
+    std::map<PersistentID, std::vector<std::string>> representativeArtists;
+    std::vector<PersistentID> played;
+    /** A row of every list whose entity has gone. */
+    std::optional<std::uint64_t> goneRow;
     /** Runs on the asking thread before an answer is made, without a lock. Set before other threads ask. */
     std::function<void()> onEvaluate;
     std::function<void(const std::string& token)> onLoadArtwork;
@@ -87,7 +83,6 @@ public:
     /** Fetches of values of items, and entities made for rows. */
     mutable std::atomic<int> fetches{0}, entitiesMade{0};
     std::vector<std::string> loadedArtwork() const;
-    std::vector<PersistentID> playedItems() const;
 
 private:
     using MakeRow =
@@ -105,11 +100,7 @@ private:
     mutable std::mutex _mutex;
     std::atomic<std::uint64_t> _generation{1};
     FakeMediaStore _store;
-    std::set<std::string> _artwork;
-    std::map<PersistentID, std::vector<MediaChapter>> _chapters;
-    std::map<PersistentID, std::vector<std::string>> _representativeArtists;
     mutable std::vector<std::string> _loadedArtwork;
-    std::vector<PersistentID> _played;
 };
 
 }  // namespace zornic

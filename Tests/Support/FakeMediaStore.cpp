@@ -1,8 +1,6 @@
 #include "Tests/Support/FakeMediaStore.h"
 
-#include <algorithm>
 #include <cctype>
-#include <functional>
 #include <set>
 
 namespace zornic {
@@ -32,25 +30,18 @@ struct GroupProperties {
 };
 
 GroupProperties groupProperties(MediaGrouping grouping) {
-    switch (grouping) {
-        case MediaGrouping::Album:
-        case MediaGrouping::AlbumsOfArtist:
-            return {MediaItemProperty::AlbumPersistentID, MediaItemProperty::AlbumTitle};
-        case MediaGrouping::Artist:
-            return {MediaItemProperty::ArtistPersistentID, MediaItemProperty::Artist};
-        case MediaGrouping::AlbumArtist:
-            return {MediaItemProperty::AlbumArtistPersistentID, MediaItemProperty::AlbumArtist};
-        case MediaGrouping::Composer:
-            return {MediaItemProperty::ComposerPersistentID, MediaItemProperty::Composer};
-        case MediaGrouping::Genre:
-            return {MediaItemProperty::GenrePersistentID, MediaItemProperty::Genre};
-        case MediaGrouping::PodcastTitle:
-            return {MediaItemProperty::PodcastPersistentID, MediaItemProperty::PodcastTitle};
-        case MediaGrouping::Title:
-        case MediaGrouping::Playlist:
-            break;
-    }
-    return {MediaItemProperty::PersistentID, MediaItemProperty::Title};
+    using namespace MediaItemProperty;
+    static const std::map<MediaGrouping, GroupProperties> properties = {
+        {MediaGrouping::Album, {AlbumPersistentID, AlbumTitle}},
+        {MediaGrouping::AlbumsOfArtist, {AlbumPersistentID, AlbumTitle}},
+        {MediaGrouping::Artist, {ArtistPersistentID, Artist}},
+        {MediaGrouping::AlbumArtist, {AlbumArtistPersistentID, AlbumArtist}},
+        {MediaGrouping::Composer, {ComposerPersistentID, Composer}},
+        {MediaGrouping::Genre, {GenrePersistentID, Genre}},
+        {MediaGrouping::PodcastTitle, {PodcastPersistentID, PodcastTitle}}};
+    const auto found = properties.find(grouping);
+    return found == properties.end() ? GroupProperties{MediaItemProperty::PersistentID, Title}
+                                     : found->second;
 }
 
 std::vector<std::string> defaultOrdering(MediaGrouping grouping) {
@@ -77,8 +68,6 @@ const char* sortVariant(std::string_view property) {
 }
 
 bool valueMeets(const Value& value, const MediaPredicate& predicate) {
-    if (predicate.comparison() == MediaComparison::Contains)
-        return value.asText().find(predicate.value().asText()) != std::string::npos;
     if (predicate.property() == MediaItemProperty::MediaType)
         return (value.asInteger() & predicate.value().asInteger()) != 0;
     return predicate.value() && value == predicate.value();
@@ -217,20 +206,11 @@ FakeMediaStore::Group FakeMediaStore::group(const IDs& members,
     const auto& first = items.at(members.front());
     const auto* idProperty = groupProperties(description.grouping).id;
     Group made{valueForKey(first, idProperty).asUnsigned(), {}, {}};
-    const auto take = [&](const char* key, const char* property) {
-        if (const auto& value = valueForKey(first, property)) made.values[key] = value;
-    };
-    take(AlbumTitle, MediaItemProperty::AlbumTitle);
-    take(MediaCollectionProperty::AlbumArtist, MediaItemProperty::AlbumArtist);
-    take(ArtistName, MediaItemProperty::Artist);
-    take(AlbumArtistName, MediaItemProperty::AlbumArtist);
-    take(ComposerName, MediaItemProperty::Composer);
-    take(GenreName, MediaItemProperty::Genre);
-    take(AlbumPersistentID, MediaItemProperty::AlbumPersistentID);
-    take(ArtistPersistentID, MediaItemProperty::ArtistPersistentID);
-    take(AlbumArtistPersistentID, MediaItemProperty::AlbumArtistPersistentID);
-    take(ComposerPersistentID, MediaItemProperty::ComposerPersistentID);
-    take(GenrePersistentID, MediaItemProperty::GenrePersistentID);
+    for (const auto& [property, value] : first) {  // a collection's are called like those of its items
+        const auto name =
+            "collection" + std::string(1, static_cast<char>(std::toupper(property[0]))) + property.substr(1);
+        if (value) made.values[name] = made.values[name + "Name"] = value;
+    }
     made.values[RepresentativeItemPersistentID] = members.front();
     made.values[ItemCount] = static_cast<std::uint64_t>(members.size());
     made.values[AlbumCount] = distinct(members, MediaItemProperty::AlbumPersistentID);

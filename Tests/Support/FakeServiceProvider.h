@@ -4,6 +4,8 @@
 #include <memory>
 #include <optional>
 
+#include <gtest/gtest.h>
+
 #include "Platform/Media/MediaPlaylist.h"
 #include "View Controllers/ZRNHelmoServiceProvider.h"
 
@@ -26,10 +28,12 @@ public:
     }
     void reloadPlayerRadioStationOptionsCompletion(const std::shared_ptr<AVController>&,
                                                    const std::shared_ptr<RadioStation>&, const Dictionary&,
-                                                   std::function<void(std::optional<Error>)>) override {}
+                                                   std::function<void(std::optional<Error>)>) override {
+        ADD_FAILURE() << "whoever opens a station has loaded it";
+    }
     /** A query or a playlist. */
     std::shared_ptr<Object> asked;
-    Dictionary given;
+    std::optional<Dictionary> given;
 };
 
 }  // namespace zornic

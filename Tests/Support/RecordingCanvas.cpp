@@ -1,7 +1,5 @@
 #include "Tests/Support/RecordingCanvas.h"
 
-#include <algorithm>
-
 #include "Platform/Toolkit/FixedWidthTextEngine.h"
 
 namespace zornic {
@@ -49,10 +47,6 @@ Rect RecordingCanvas::clipBounds() const {
 
 void RecordingCanvas::fillRoundedRect(const Rect& area, double radius, Color color) {
     if (!isHidden(area)) fills.push_back({placed(area), color, radius, ++_step});
-}
-
-void RecordingCanvas::fillGradient(const Rect& area, const std::vector<Color>& colors) {
-    if (!isHidden(area)) gradients.push_back({placed(area), colors, ++_step});
 }
 
 void RecordingCanvas::drawImage(const Image& image, const Rect& area, Color tint) {

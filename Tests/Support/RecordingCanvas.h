@@ -20,11 +20,6 @@ public:
         double radius = 0;
         int step = 0;
     };
-    struct Gradient {
-        Rect area;
-        std::vector<Color> colors;
-        int step = 0;
-    };
     struct DrawnImage {
         std::string name;
         Image image;
@@ -51,7 +46,6 @@ public:
         bool holds(int step) const { return step > beginStep && step < endStep; }
     };
     std::vector<Fill> fills;
-    std::vector<Gradient> gradients;
     std::vector<DrawnImage> images;
     std::vector<DrawnText> texts;
     /** In the order in which they ended: inner ones first. */
@@ -74,7 +68,7 @@ public:
     double scale() const override { return _scale; }
     void fillRect(const Rect& area, Color color) override { fillRoundedRect(area, 0, color); }
     void fillRoundedRect(const Rect& area, double radius, Color color) override;
-    void fillGradient(const Rect& area, const std::vector<Color>& colors) override;
+    void fillGradient(const Rect&, const std::vector<Color>&) override {}
     void drawImage(const Image& image, const Rect& area, Color tint) override;
     void drawText(const TextLayout& text, Point topLeft, Color color) override;
     void beginGroup(const Rect& bounds) override;

@@ -1,7 +1,6 @@
 #include "Tests/Support/ScreenFixture.h"
 
 #include <fstream>
-#include <map>
 #include <sstream>
 
 #include "Platform/Foundation/DispatchQueue.h"
