@@ -1,9 +1,6 @@
-#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <unistd.h>
-
-#include <gtest/gtest.h>
 
 #include "Platform/Foundation/Bundle.h"
 

@@ -1,8 +1,5 @@
-#include <algorithm>
 #include <atomic>
 #include <thread>
-
-#include <gtest/gtest.h>
 
 #include "Platform/Foundation/DispatchQueue.h"
 #include "Platform/Foundation/RunLoop.h"

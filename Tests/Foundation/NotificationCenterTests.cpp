@@ -1,8 +1,6 @@
 #include <atomic>
 #include <thread>
 
-#include <gtest/gtest.h>
-
 #include "Platform/Foundation/NotificationCenter.h"
 
 using namespace zornic;

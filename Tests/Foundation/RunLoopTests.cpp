@@ -1,7 +1,5 @@
 #include <thread>
 
-#include <gtest/gtest.h>
-
 #include "Platform/Foundation/Coalescer.h"
 #include "Platform/Foundation/RunLoop.h"
 

@@ -1,8 +1,6 @@
 #include <cmath>
 #include <limits>
 
-#include <gtest/gtest.h>
-
 #include "Platform/Foundation/LocaleServices.h"
 #include "Platform/Foundation/StringFormat.h"
 #include "Platform/Foundation/StringTable.h"

@@ -1,8 +1,6 @@
 #include <limits>
 #include <unordered_set>
 
-#include <gtest/gtest.h>
-
 #include "Platform/Foundation/Error.h"
 #include "Platform/Foundation/EvictingCache.h"
 #include "Platform/Foundation/IndexPath.h"

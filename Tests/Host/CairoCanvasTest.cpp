@@ -2,8 +2,6 @@
 #include <cstdint>
 #include <cstring>
 
-#include <gtest/gtest.h>
-
 #include "Host/Display/CairoCanvas.h"
 #include "Host/Display/HostImageLoader.h"
 #include "Host/Display/PangoTextEngine.h"

@@ -3,7 +3,6 @@
 #include <thread>
 
 #include <SDL.h>
-#include <gtest/gtest.h>
 
 #include "Host/Display/SdlDisplay.h"
 #include "Platform/Toolkit/Window.h"

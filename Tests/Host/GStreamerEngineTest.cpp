@@ -3,9 +3,8 @@
 #include <fstream>
 #include <unistd.h>
 
-#include <gtest/gtest.h>
-
 #include "Host/Player/GStreamerEngine.h"
+#include "Host/TemporaryFolder.h"
 #include "Platform/Foundation/RunLoop.h"
 #include "Tests/Support/SoundFiles.h"
 
@@ -36,16 +35,12 @@ struct Listener : zornic::PlaybackEngineDelegate {
 class GStreamerEngineTest : public testing::Test {
 protected:
     void SetUp() override {
-        std::string name = (std::filesystem::temp_directory_path() / "helmo-sound-XXXXXX").string();
-        ASSERT_TRUE(::mkdtemp(name.data()));
-        folder = name;
         ASSERT_EQ(GStreamerEngine::prepare(), "");
         engine->setDelegate(listener);
     }
     void TearDown() override {
         engine.reset();
         loop.runDue();
-        std::filesystem::remove_all(folder);
     }
 
     /** A tone as a WAV file. */
@@ -81,7 +76,8 @@ protected:
         return waitUntil([&] { return engine->currentTime() > start + 30ms; });
     }
 
-    std::filesystem::path folder;
+    const TemporaryFolder temporary;
+    const std::filesystem::path folder = temporary.path();
     zornic::SystemClock clock;
     zornic::RunLoop loop{clock};
     std::shared_ptr<Listener> listener = std::make_shared<Listener>();

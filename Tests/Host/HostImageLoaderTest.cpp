@@ -2,12 +2,11 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <unistd.h>
 
 #include <gdk-pixbuf/gdk-pixbuf.h>
-#include <gtest/gtest.h>
 
 #include "Host/Display/HostImageLoader.h"
+#include "Host/TemporaryFolder.h"
 
 namespace helmo {
 namespace {
@@ -115,9 +114,8 @@ TEST(HostImageLoaderTest, WhatIsNoPictureIsNone) {
 }
 
 TEST(HostImageLoaderTest, CoversSayWhatIsWrongWithThem) {
-    const auto folder =
-        std::filesystem::temp_directory_path() / ("helmo-covers-" + std::to_string(::getpid()));
-    std::filesystem::create_directories(folder);
+    const TemporaryFolder temporary;
+    const auto& folder = temporary.path();
     const auto problem = [&](const char* name, const std::string& bytes) {
         const auto file = folder / name;
         std::ofstream(file, std::ios::binary) << bytes;
@@ -138,7 +136,6 @@ TEST(HostImageLoaderTest, CoversSayWhatIsWrongWithThem) {
     EXPECT_EQ(problem("empty.png", ""), "the file is empty");
     EXPECT_THAT(pictureLoader().cover(folder / "gone.png", {50, 50}, 1).problem,
                 testing::HasSubstr("can't be opened: No such file"));
-    std::filesystem::remove_all(folder);
 }
 
 TEST(HostImageLoaderTest, DrawnPicturesAreBlackWhereOpaqueAndUnpainted) {

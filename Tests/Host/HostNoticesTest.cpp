@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include "Host/Display/PangoTextEngine.h"
 #include "Host/HostNotices.h"
 #include "Platform/Foundation/RunLoop.h"

@@ -4,8 +4,6 @@
 #include <thread>
 #include <unistd.h>
 
-#include <gtest/gtest.h>
-
 #include "Host/Display/InputWatch.h"
 #include "Host/TemporaryFolder.h"
 

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "Host/Library/SqliteMediaLibrary.h"
+#include "Host/TemporaryFolder.h"
 #include "Platform/Media/MediaItem.h"
 #include "Platform/Media/MediaPlaylist.h"
 #include "Platform/Media/MediaQuery.h"
@@ -17,15 +18,10 @@ namespace helmo {
 /** A library in a folder of its own, with tracks put in directly. */
 class LibraryFixture : public testing::Test {
 protected:
-    LibraryFixture() {
-        std::string pattern = (std::filesystem::temp_directory_path() / "helmo-library-XXXXXX").string();
-        _folder = ::mkdtemp(pattern.data());
-        _library = SqliteMediaLibrary::open(databaseFile());
-    }
+    LibraryFixture() { _library = SqliteMediaLibrary::open(databaseFile()); }
     ~LibraryFixture() override {
         _library = nullptr;
         zornic::BackgroundWork::waitUntilIdle(std::chrono::seconds(10));
-        std::filesystem::remove_all(_folder);
     }
 
     std::filesystem::path databaseFile() const { return _folder / "data" / "library.db"; }
@@ -72,7 +68,8 @@ protected:
         return std::dynamic_pointer_cast<zornic::MediaItem>(query.items()->entityAtIndex(index));
     }
 
-    std::filesystem::path _folder;
+    const TemporaryFolder _temporary;
+    const std::filesystem::path _folder = _temporary.path();
     std::shared_ptr<SqliteMediaLibrary> _library;
     std::int64_t _files = 0;
 };

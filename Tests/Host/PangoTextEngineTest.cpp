@@ -1,7 +1,5 @@
 #include <chrono>
 
-#include <gtest/gtest.h>
-
 #include "Host/Display/PangoTextEngine.h"
 
 namespace helmo {

@@ -2,9 +2,6 @@
 #include <filesystem>
 #include <set>
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include "Host/Display/CairoImageSource.h"
 #include "Host/Display/HostImageLoader.h"
 #include "Host/Resources.h"

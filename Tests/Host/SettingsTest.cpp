@@ -3,14 +3,11 @@
 #include <fstream>
 #include <iterator>
 #include <mutex>
-#include <unistd.h>
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "Host/Settings/IcuLocaleServices.h"
 #include "Host/Settings/Settings.h"
 #include "Host/Settings/XdgPaths.h"
+#include "Host/TemporaryFolder.h"
 
 namespace helmo {
 namespace {
@@ -26,14 +23,7 @@ using zornic::Ordering;
 
 class SettingsTest : public testing::Test {
 protected:
-    void SetUp() override {
-        std::string name = (std::filesystem::temp_directory_path() / "helmo-settings-XXXXXX").string();
-        ASSERT_TRUE(::mkdtemp(name.data()));
-        folder = name;
-        file = folder / "helmo" / "settings.toml";
-        std::filesystem::create_directories(file.parent_path());
-    }
-    void TearDown() override { std::filesystem::remove_all(folder); }
+    SettingsTest() { std::filesystem::create_directories(file.parent_path()); }
 
     void write(const std::string& text) { std::ofstream(file, std::ios::binary) << text; }
     static std::string content(const std::filesystem::path& path) {
@@ -60,7 +50,8 @@ protected:
         settings.setValues(values);
     }
 
-    std::filesystem::path folder, file;
+    const TemporaryFolder temporary;
+    const std::filesystem::path folder = temporary.path(), file = folder / "helmo" / "settings.toml";
     std::mutex mutex;
     std::string log;
 };

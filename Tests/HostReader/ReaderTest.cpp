@@ -3,8 +3,6 @@
 #include <filesystem>
 #include <sys/wait.h>
 
-#include <gtest/gtest.h>
-
 #include "Host/Reader/PictureReader.h"
 #include "Host/Reader/ReaderMessage.h"
 #include "Host/Reader/ReaderTagReader.h"

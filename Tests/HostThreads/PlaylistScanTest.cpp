@@ -1,5 +1,3 @@
-#include <map>
-
 #include "Tests/HostThreads/ScanFixture.h"
 
 namespace helmo {

@@ -1,8 +1,5 @@
-#include <algorithm>
 #include <cstdlib>
 #include <fstream>
-#include <map>
-#include <optional>
 #include <sstream>
 
 #include "Tests/Journeys/JourneyFixture.h"

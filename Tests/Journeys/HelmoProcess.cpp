@@ -1,6 +1,5 @@
 #include "Tests/Journeys/HelmoProcess.h"
 
-#include <algorithm>
 #include <array>
 #include <chrono>
 #include <csignal>
@@ -14,8 +13,6 @@
 #include <thread>
 #include <unistd.h>
 #include <utility>
-
-#include <gtest/gtest.h>
 
 using namespace std::chrono_literals;
 using nlohmann::json;

@@ -1,6 +1,5 @@
 #include "Tests/Journeys/JourneyFixture.h"
 
-#include <algorithm>
 #include <fstream>
 #include <unistd.h>
 

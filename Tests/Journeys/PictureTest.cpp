@@ -1,6 +1,4 @@
-#include <algorithm>
 #include <cstdlib>
-#include <memory>
 
 #include <cairo.h>
 

@@ -1,6 +1,5 @@
 #include <fstream>
 
-#include <gmock/gmock.h>
 #include <sqlite3.h>
 
 #include "Tests/Journeys/JourneyFixture.h"

@@ -3,7 +3,6 @@
 #include <sched.h>
 #include <sys/mount.h>
 
-#include <gmock/gmock.h>
 #include <sqlite3.h>
 
 #include "Tests/Journeys/JourneyFixture.h"
