@@ -75,7 +75,9 @@ void PlaylistScan::store(const File& file) {
             write([&](PlaylistStore& playlists) { playlists.setParent(file.known.id, parent); });
         return;
     }
-    const PlaylistFile list = _reader.read(file.path);
+    PlaylistFile list = _reader.read(file.path);
+    for (std::string& entry : list.entries)
+        if (const auto* root = _reader.rootOf(entry)) entry = _names.pathOnDisk(entry, *root);
     if (!file.isAsKnown || _haveRootsChanged)
         for (const std::string& problem : list.problems) logLine("scan: " + problem);
     if (!list.isRead && file.known.id == 0) return;

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "Host/Library/MediaFiles.h"
+#include "Host/Library/NamesOnDisk.h"
 #include "Host/Library/PlaylistFolders.h"
 #include "Host/Library/SqliteMediaLibrary.h"
 
@@ -53,6 +54,7 @@ private:
     const std::function<bool()> _isEnding;
     const PlaylistFileReader _reader;
     PlaylistFolders _folders;
+    NamesOnDisk _names;
     KnownPlaylists _known;
     /** Known ones that were not found, by size and time. */
     std::multimap<Stamp, std::string> _missing;

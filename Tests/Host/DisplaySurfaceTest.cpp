@@ -35,7 +35,7 @@ struct Stage {
 };
 
 TEST(DisplaySurfaceTest, AFramePaintsTheDamageAndNothingElse) {
-    const zornic::SystemClock clock;
+    const zornic::SystemClock clock{};
     const zornic::RunLoop loop(clock);
     Stage stage;
     DisplaySurface surface({100, 50}, 1.5);
@@ -84,7 +84,7 @@ protected:
         display.run();
     }
 
-    const zornic::SystemClock clock;
+    const zornic::SystemClock clock{};
     zornic::RunLoop loop{clock};
     Stage stage;
     SdlDisplay display{loop, {{100, 50}, 1.5, false, {}}};

@@ -67,7 +67,7 @@ TEST_F(BrivoMixesScreenTest, AMixNamesItsArtistsAndItsCoversStandInTwoColumns) {
     EXPECT_EQ(table.cellForRowAtIndexPath({0, 1})->accessibilityText(), "B");
     const Image three = shown(0);
     ASSERT_TRUE(three);
-    EXPECT_EQ(three.size(), Size(18, 18));
+    EXPECT_EQ(three.size(), (Size{18, 18}));
     EXPECT_TRUE(drawing(three).isOpaque);
     const auto& images = drawing(three).canvas.images;
     ASSERT_EQ(images.size(), 3U) << "four pictures are asked for, all different; one of them is missing";
@@ -76,9 +76,9 @@ TEST_F(BrivoMixesScreenTest, AMixNamesItsArtistsAndItsCoversStandInTwoColumns) {
     EXPECT_EQ(images[2].area, Rect(0, 9, 9, 9));
     EXPECT_TRUE(images[0].image == tile("a") && images[1].image == tile("b") && images[2].image == tile("c"));
 
-    EXPECT_EQ(shown(1).size(), Size(18, 9));
+    EXPECT_EQ(shown(1).size(), (Size{18, 9}));
     ASSERT_TRUE(mixes->brivoImages().contains({0, 2}));
-    EXPECT_EQ(mixes->brivoImages().at({0, 2}).size(), Size(18, 0));
+    EXPECT_EQ(mixes->brivoImages().at({0, 2}).size(), (Size{18, 0}));
 }
 
 TEST_F(BrivoMixesScreenTest, ARowsPictureIsMadeOnce) {

@@ -103,7 +103,7 @@ TEST_F(SongsScreenTest, AReusedRowDoesNotKeepTheLastSongsPicture) {
     const Image cover = first->artworkImage(), placeholder = ZRNAlbumPlaceholderImageWithStyle(1);
     EXPECT_TRUE(cover);
     EXPECT_NE(cover, placeholder);
-    EXPECT_EQ(cover.size(), Size(36, 36));
+    EXPECT_EQ(cover.size(), (Size{36, 36}));
     table.scrollToRowAtIndexPath({1, 40}, true, false);
     advance(0);
     for (const auto& cell : table.visibleCells())
