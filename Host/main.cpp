@@ -7,7 +7,9 @@
 #include "Host/Version.h"
 
 int main(int argumentCount, char** arguments) {
-    mallopt(M_ARENA_MAX, 2);  // one for the main thread; more would hold a megabyte each for threads that wait
+#ifdef M_ARENA_MAX
+    mallopt(M_ARENA_MAX, 2);  // more would keep a megabyte each for threads that mostly wait
+#endif
     const auto parsed =
         helmo::CommandLine::parse({arguments + 1, arguments + argumentCount}, helmo::version());
     if (const auto* exit = std::get_if<helmo::CommandLine::Exit>(&parsed)) {

@@ -37,8 +37,9 @@ bool isEmptyList(const std::shared_ptr<ViewController>& screen) {
     return list && list->queryDataSource()->isEmpty();
 }
 
-/** Refreshes the lists on a path, and goes back to below the first that has nothing to show. */
-void leaveEmptyLists(NavigationController& path) {
+/** Refreshes the lists on a path, and goes back to below the first that has nothing to show; `firstPushed`:
+   of those that a driver came to from a tab. */
+void leaveEmptyLists(NavigationController& path, std::size_t firstPushed) {
     const auto stack = path.viewControllers();
     if (stack.empty()) return;
     std::size_t stop = 0;
@@ -46,7 +47,7 @@ void leaveEmptyLists(NavigationController& path) {
         const auto list = std::dynamic_pointer_cast<ZRN_OLD_TableViewController>(stack[stop]);
         if (!list) continue;
         list->refreshRows();
-        if (!list->hasRowsToDisplay()) break;
+        if (stop >= firstPushed && !list->hasRowsToDisplay()) break;
     }
     const auto target = stack[stop == 0 ? 0 : stop - 1];
     if (target != path.topViewController()) path.popToViewController(target, true);
@@ -204,8 +205,9 @@ void ZRNBrowserViewController::updateMoreTab() {
 
 void ZRNBrowserViewController::refreshNavigationPath() {
     if (!isViewLoaded()) return;
-    leaveEmptyLists(*this);
-    leaveEmptyLists(*_tabBarController->moreNavigationController());
+    leaveEmptyLists(*this, 0);
+    // At the bottom are the list of tabs and the tab's own screen, which says that it is empty.
+    leaveEmptyLists(*_tabBarController->moreNavigationController(), 2);
     for (const auto& screen : _tabBarController->viewControllers())
         if (const auto list = std::dynamic_pointer_cast<ZRN_OLD_TableViewController>(screen);
             list && list->isViewLoaded())
