@@ -20,6 +20,8 @@ class ChangingHelmo {
 public:
     explicit ChangingHelmo(const std::filesystem::path& data)
         : _application(data), _database(large::databaseIn(data), Database::Access::ReadWrite) {
+        // Tracks of a generated library have folders that are not there: this one is none of them.
+        _database.run({"INSERT INTO folder (id, path) SELECT max(folder_id) + 1, ? FROM track", {folder}});
         _application.arrangeTabs(SettingsValues().tabs);
         _application.millisecondsOfTap(_application.tabPoint(ZRNSongsViewControllerIdentifier));
         auto& table = _application.frontTable();
