@@ -67,7 +67,7 @@ private:
     const Database::Access _access;
     FailureHandler _failureHandler;
     std::atomic<bool> _isClosed = false;
-    Connection _main{2048, patienceOnMain};
+    Connection _main{1536, patienceOnMain};
     Connection _others{512};
     Connection _long{256};
 };
